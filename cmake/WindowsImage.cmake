@@ -1,0 +1,18 @@
+# What makes the Windows executable one that can be trusted: its manifest, its version block, and an
+# image that loads no DLL from the folder it was downloaded to.
+
+string (REPLACE "." "," ORVEX_CLEANER_VERSION_NUMBERS "${PROJECT_VERSION}.0")
+configure_file (src/app/OrvexCleaner.manifest.in OrvexCleaner.manifest @ONLY)
+configure_file (src/app/OrvexCleaner.rc.in OrvexCleaner.rc @ONLY)
+
+target_sources (OrvexCleaner PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.rc")
+set_source_files_properties ("${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.rc" PROPERTIES
+    OBJECT_DEPENDS "${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.manifest")
+
+if (MSVC)
+    target_link_options (OrvexCleaner PRIVATE /MANIFEST:NO /DEPENDENTLOADFLAG:0x800 /HIGHENTROPYVA /DYNAMICBASE /NXCOMPAT)
+    set_property (TARGET OrvexCleaner juce_core orvex_cleaner PROPERTY
+        MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+else()
+    target_sources (OrvexCleaner PRIVATE src/app/Image_windows.c)
+endif()

@@ -1,0 +1,134 @@
+#include "CleanSession.h"
+
+#include "../logging/Log.h"
+#include "ApplicationInfo.h"
+#include "CleanAll.h"
+#include "Drivers.h"
+#include "Shell.h"
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+namespace TessaraWorks
+{
+
+struct Target
+{
+    const char* value;
+    const char* firstLine;
+    void (*driver) (CleanResult&);
+};
+
+static const Target targets[] = {
+    { "OrvexStudio", "Target: Orvex Studio", cleanOrvexStudio },
+    { "ProductManager", "Target: Orvex Product Manager", cleanProductManager },
+    { "VelantoneMediaServer", "Target: Velantone Media Server", cleanVelantoneMediaServer },
+    { "Content", "Target: Content", cleanContent },
+    { "All", "Target: All", cleanAll },
+};
+
+constexpr juce::int64 logSizeLimitBytes = 5000000;
+
+static juce::String getLogFileName()
+{
+    return juce::String (applicationName).replace (" ", "") + ".log";
+}
+
+static const Target& getTarget (const juce::ArgumentList& args)
+{
+    const auto value = args.getValueForOption ("--clean");
+
+    if (value.isEmpty())
+        juce::ConsoleApplication::fail ("Missing --clean argument");
+
+    const auto target = std::find_if (std::begin (targets), std::end (targets),
+                                      [&] (const Target& t) { return value == t.value; });
+
+    if (target == std::end (targets))
+    {
+        juce::StringArray values;
+
+        for (const auto& t : targets)
+            values.add (t.value);
+
+        juce::ConsoleApplication::fail ("Invalid --clean target: " + value
+                                        + ". Valid targets are: " + values.joinIntoString (", "));
+    }
+
+    return *target;
+}
+
+static void printBanner()
+{
+    const auto rule = juce::String::repeatedString ("=", 64);
+
+    std::cout << rule << std::endl
+              << applicationName << std::endl
+              << rule << std::endl
+              << std::endl;
+}
+
+static void openLog (const juce::File& logFile)
+{
+    if (auto* logger = getLogger())
+    {
+        logger->openLogFile (logFile, juce::String (applicationName) + " session starting", logSizeLimitBytes);
+        logger->minimumLevel = Info;
+    }
+}
+
+static void endWithSuccess (const juce::File& logFile)
+{
+    std::cout << "Cleaning finished successfully." << std::endl
+              << "Log file written to: " << logFile.getFullPathName() << std::endl
+              << "Press enter to exit" << std::endl;
+
+    std::string ignored;
+    std::getline (std::cin, ignored);
+
+    initialiseShell();
+
+    if (logFile.existsAsFile())
+        logFile.revealToUser();
+}
+
+// Deliberately neither waits for the user nor shows the log file.
+static void endWithFailure()
+{
+    std::ostringstream advice;
+
+    advice << std::endl
+           << "Product cleaning failed!" << std::endl
+           << std::endl
+           << "Follow all instructions in the log entries above (if any), then retry." << std::endl
+           << "If an entry failed to delete, ensure it is not open in another application." << std::endl
+           << "If issues persist, send an email to: " << supportEmailAddress << std::endl
+           << "Attach the '" << getLogFileName() << "' file from your desktop to the email." << std::endl;
+
+    juce::ConsoleApplication::fail (advice.str());
+}
+
+void cleanCommand (const juce::ArgumentList& args)
+{
+    CleanResult result;
+    const auto& target = getTarget (args);
+
+    printBanner();
+
+    const auto logFile = juce::File::getSpecialLocation (juce::File::userDesktopDirectory)
+                             .getChildFile (getLogFileName());
+    openLog (logFile);
+
+    log (Info, target.firstLine);
+    target.driver (result);
+
+    if (result.success)
+        endWithSuccess (logFile);
+    else
+        endWithFailure();
+}
+
+} // namespace TessaraWorks

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+namespace TessaraWorks
+{
+
+/** The program's commands. Starts without any. */
+extern juce::ConsoleApplication consoleApplication;
+
+/** Adds the program's own commands to consoleApplication: the default one, which offers all
+    products, and --clean. The last default command added counts, so they go behind help and version.
+*/
+void registerCommands();
+
+} // namespace TessaraWorks

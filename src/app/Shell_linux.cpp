@@ -1,0 +1,8 @@
+#include "Shell.h"
+
+namespace TessaraWorks
+{
+
+void initialiseShell() {}
+
+} // namespace TessaraWorks

@@ -1,0 +1,29 @@
+#include "../logging/Log.h"
+#include "ApplicationInfo.h"
+#include "Commands.h"
+#include "Elevation.h"
+#include "ShortOptions.h"
+
+using namespace TessaraWorks;
+
+int main (int argc, char* argv[])
+{
+    const auto versionText = juce::String (applicationName) + " " + applicationVersion + " build " + buildTag;
+
+    consoleApplication.addHelpCommand ("--help|-h", "Usage:", true);
+    consoleApplication.addVersionCommand ("--version|-v", versionText);
+    registerCommands();
+
+    int exitCode = 1;
+
+    if (isProcessElevated())
+        exitCode = consoleApplication.findAndRunCommand (withPlainShortOptions (juce::ArgumentList (argc, argv)), false);
+    else
+        log (Critical, "This application must be run with Administrator privileges. Aborting...");
+
+    if (auto* logger = getLogger())
+        logger->closeLogFile();
+
+    getLogger() = nullptr;
+    return exitCode;
+}

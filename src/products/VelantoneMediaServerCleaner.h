@@ -1,0 +1,17 @@
+#pragma once
+
+#include "../cleaning/ProductCleaner.h"
+
+namespace TessaraWorks
+{
+
+/** Removes the media server and its player, which have no uninstaller. */
+class VelantoneMediaServerCleaner : public ProductCleaner
+{
+public:
+    VelantoneMediaServerCleaner();
+
+    juce::String getProductName() const override;
+};
+
+} // namespace TessaraWorks

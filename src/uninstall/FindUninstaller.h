@@ -1,0 +1,21 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+namespace TessaraWorks
+{
+
+/** Looks for an installed product among the machine-wide uninstall entries of the 64-bit registry.
+
+    The first entry in the registry's own order counts whose display name contains the fragment, in
+    the same letter case. A refused registry access is logged, ends the search and counts as not
+    found.
+
+    @param displayNameFragment  the text to look for; an empty one matches any readable name
+    @param uninstallerPath      receives the entry's uninstall command without its double quotes;
+                                empty if the entry has none, and if nothing was found
+    @returns    whether an entry matched, with or without a command
+*/
+bool findUninstaller (const juce::String& displayNameFragment, juce::String& uninstallerPath);
+
+} // namespace TessaraWorks

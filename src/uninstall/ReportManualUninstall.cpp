@@ -1,0 +1,19 @@
+#include "ReportManualUninstall.h"
+
+#include "../logging/Log.h"
+
+namespace TessaraWorks
+{
+
+void reportManualUninstall (const juce::String& productName, const juce::String& uninstallerPath)
+{
+    log (Info, "Existing " + productName + " software installation detected.");
+    log (Info, "Please first uninstall this software using Add/Remove Programs.");
+
+    if (uninstallerPath.isNotEmpty() && juce::File (uninstallerPath).existsAsFile())
+        log (Info, "You can also run the uninstaller directly: " + uninstallerPath);
+
+    log (Info, "You can re-run this cleaner after " + productName + " has been uninstalled to clean up any final files.");
+}
+
+} // namespace TessaraWorks
