@@ -32,10 +32,7 @@ static const Target targets[] = {
 
 constexpr juce::int64 logSizeLimitBytes = 5000000;
 
-static juce::String getLogFileName()
-{
-    return juce::String (applicationName).replace (" ", "") + ".log";
-}
+static juce::String getLogFileName() { return juce::String (applicationName).replace (" ", "") + ".log"; }
 
 static const Target& getTarget (const juce::ArgumentList& args)
 {
@@ -44,8 +41,8 @@ static const Target& getTarget (const juce::ArgumentList& args)
     if (value.isEmpty())
         juce::ConsoleApplication::fail ("Missing --clean argument");
 
-    const auto target = std::find_if (std::begin (targets), std::end (targets),
-                                      [&] (const Target& t) { return value == t.value; });
+    const auto isAskedFor = [&] (const Target& target) { return value == target.value; };
+    const auto target = std::find_if (std::begin (targets), std::end (targets), isAskedFor);
 
     if (target == std::end (targets))
     {
@@ -65,10 +62,10 @@ static void printBanner()
 {
     const auto rule = juce::String::repeatedString ("=", 64);
 
-    std::cout << rule << std::endl
-              << applicationName << std::endl
-              << rule << std::endl
-              << std::endl;
+    std::cout << rule << std::endl;
+    std::cout << applicationName << std::endl;
+    std::cout << rule << std::endl;
+    std::cout << std::endl;
 }
 
 static void openLog (const juce::File& logFile)
@@ -82,9 +79,9 @@ static void openLog (const juce::File& logFile)
 
 static void endWithSuccess (const juce::File& logFile)
 {
-    std::cout << "Cleaning finished successfully." << std::endl
-              << "Log file written to: " << logFile.getFullPathName() << std::endl
-              << "Press enter to exit" << std::endl;
+    std::cout << "Cleaning finished successfully." << std::endl;
+    std::cout << "Log file written to: " << logFile.getFullPathName() << std::endl;
+    std::cout << "Press enter to exit" << std::endl;
 
     std::string ignored;
     std::getline (std::cin, ignored);
@@ -118,8 +115,8 @@ void cleanCommand (const juce::ArgumentList& args)
 
     printBanner();
 
-    const auto logFile = juce::File::getSpecialLocation (juce::File::userDesktopDirectory)
-                             .getChildFile (getLogFileName());
+    const auto desktop = juce::File::getSpecialLocation (juce::File::userDesktopDirectory);
+    const auto logFile = desktop.getChildFile (getLogFileName());
     openLog (logFile);
 
     log (Info, target.firstLine);

@@ -11,7 +11,8 @@ juce::ConsoleApplication consoleApplication;
 
 void registerCommands()
 {
-    const auto cleanAllDescription = juce::String ("Completely cleans out all ") + companyName + " products from the system.";
+    const auto cleanAllDescription = juce::String ("Completely cleans out all ") + companyName
+                                   + " products from the system.";
 
     consoleApplication.addDefaultCommand ({ {}, {}, cleanAllDescription, cleanAllDescription, cleanAllCommand });
 

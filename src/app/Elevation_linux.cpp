@@ -5,9 +5,6 @@
 namespace TessaraWorks
 {
 
-bool isProcessElevated()
-{
-    return geteuid() == 0;
-}
+bool isProcessElevated() { return geteuid() == 0; }
 
 } // namespace TessaraWorks

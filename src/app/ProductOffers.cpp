@@ -27,11 +27,9 @@ const ProductOffer productManagerOffer { "Remove Orvex Product Manager and all o
 const ProductOffer velantoneMediaServerOffer { "Remove Velantone Media Server and all of its associated files?",
                                                cleanWith<VelantoneMediaServerCleaner> };
 
-const ProductOffer contentOffer { "Remove all Velantone content & playlist files?",
-                                  cleanWith<ContentCleaner> };
+const ProductOffer contentOffer { "Remove all Velantone content & playlist files?", cleanWith<ContentCleaner> };
 
-const ProductOffer companyOffer { "Remove all Tessara Works global directories and files?",
-                                  cleanWith<CompanyCleaner> };
+const ProductOffer companyOffer { "Remove all Tessara Works global directories and files?", cleanWith<CompanyCleaner> };
 
 void offer (const ProductOffer& product, CleanResult& result)
 {

@@ -17,9 +17,14 @@ int main (int argc, char* argv[])
     int exitCode = 1;
 
     if (isProcessElevated())
-        exitCode = consoleApplication.findAndRunCommand (withPlainShortOptions (juce::ArgumentList (argc, argv)), false);
+    {
+        const auto args = withPlainShortOptions (juce::ArgumentList (argc, argv));
+        exitCode = consoleApplication.findAndRunCommand (args, false);
+    }
     else
+    {
         log (Critical, "This application must be run with Administrator privileges. Aborting...");
+    }
 
     if (auto* logger = getLogger())
         logger->closeLogFile();

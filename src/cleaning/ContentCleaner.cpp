@@ -10,9 +10,6 @@ ContentCleaner::ContentCleaner()
     addDirectory (getSharedData().getChildFile ("TessaraWorks").getChildFile ("Content"));
 }
 
-juce::String ContentCleaner::getProductName() const
-{
-    return "Velantone Content";
-}
+juce::String ContentCleaner::getProductName() const { return "Velantone Content"; }
 
 } // namespace TessaraWorks

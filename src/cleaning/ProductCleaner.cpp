@@ -121,10 +121,7 @@ CleanResult ProductCleaner::clean()
 void ProductCleaner::preClean (CleanResult&) {}
 void ProductCleaner::postClean (CleanResult&) {}
 
-void ProductCleaner::addDirectory (const juce::File& directory)
-{
-    directories.addIfNotAlreadyThere (directory);
-}
+void ProductCleaner::addDirectory (const juce::File& directory) { directories.addIfNotAlreadyThere (directory); }
 
 void ProductCleaner::addDirectories (std::initializer_list<TablePath> table)
 {

@@ -53,10 +53,7 @@ juce::String DefaultLogger::getLogFilePath()
     return fileLogger != nullptr ? fileLogger->getLogFile().getFullPathName() : juce::String();
 }
 
-void DefaultLogger::closeLogFile()
-{
-    fileLogger.reset();
-}
+void DefaultLogger::closeLogFile() { fileLogger.reset(); }
 
 juce::String DefaultLogger::formatTimestamp() const
 {

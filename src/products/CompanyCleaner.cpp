@@ -15,9 +15,6 @@ CompanyCleaner::CompanyCleaner()
     });
 }
 
-juce::String CompanyCleaner::getProductName() const
-{
-    return "Tessara Works Global Directories";
-}
+juce::String CompanyCleaner::getProductName() const { return "Tessara Works Global Directories"; }
 
 } // namespace TessaraWorks

@@ -34,10 +34,7 @@ OrvexStudioCleaner::OrvexStudioCleaner()
     });
 }
 
-juce::String OrvexStudioCleaner::getProductName() const
-{
-    return "Orvex Studio";
-}
+juce::String OrvexStudioCleaner::getProductName() const { return "Orvex Studio"; }
 
 void OrvexStudioCleaner::preClean (CleanResult& result)
 {

@@ -25,10 +25,7 @@ ProductManagerCleaner::ProductManagerCleaner()
     });
 }
 
-juce::String ProductManagerCleaner::getProductName() const
-{
-    return "Orvex Product Manager";
-}
+juce::String ProductManagerCleaner::getProductName() const { return "Orvex Product Manager"; }
 
 void ProductManagerCleaner::preClean (CleanResult& result)
 {

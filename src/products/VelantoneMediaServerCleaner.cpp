@@ -18,9 +18,6 @@ VelantoneMediaServerCleaner::VelantoneMediaServerCleaner()
     });
 }
 
-juce::String VelantoneMediaServerCleaner::getProductName() const
-{
-    return "Velantone Media Server";
-}
+juce::String VelantoneMediaServerCleaner::getProductName() const { return "Velantone Media Server"; }
 
 } // namespace TessaraWorks

@@ -62,7 +62,8 @@ bool findUninstaller (const juce::String& displayNameFragment, juce::String& uni
         if (Registry::queryValue (entry, displayNameValue.toUTF16(), displayName, sizeof (displayName)) == 0
             && textIn (displayName).contains (displayNameFragment))
         {
-            if (Registry::queryValue (entry, uninstallStringValue.toUTF16(), uninstallString, sizeof (uninstallString)) == 0)
+            if (Registry::queryValue (entry, uninstallStringValue.toUTF16(), uninstallString, sizeof (uninstallString))
+                == 0)
                 uninstallerPath = textIn (uninstallString).replace ("\"", "");
 
             // Deliberately leaves the matching entry open until the process exits.

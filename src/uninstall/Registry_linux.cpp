@@ -7,10 +7,7 @@ constexpr juce::int32 success = 0;
 constexpr juce::int32 fileNotFound = 2;
 constexpr juce::int32 noMoreItems = 259;
 
-juce::int32 RegistryTable::openKey (const Registry::WideChar*, juce::uint32, Registry::Key&)
-{
-    return success;
-}
+juce::int32 RegistryTable::openKey (const Registry::WideChar*, juce::uint32, Registry::Key&) { return success; }
 
 juce::int32 RegistryTable::enumerateKey (Registry::Key, juce::uint32, Registry::WideChar*, juce::uint32)
 {
@@ -49,10 +46,7 @@ juce::int32 queryValue (Key key, const WideChar* valueName, void* data, juce::ui
     return getRegistryTable()->queryValue (key, valueName, data, capacityBytes);
 }
 
-void closeKey (Key key)
-{
-    getRegistryTable()->closeKey (key);
-}
+void closeKey (Key key) { getRegistryTable()->closeKey (key); }
 
 void formatKeyPath (WideChar (&path)[1024], const WideChar* rootPath, const WideChar* name)
 {

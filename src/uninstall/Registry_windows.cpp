@@ -31,10 +31,7 @@ juce::int32 queryValue (Key key, const WideChar* valueName, void* data, juce::ui
     return RegQueryValueExW (static_cast<HKEY> (key), valueName, nullptr, &type, static_cast<BYTE*> (data), &size);
 }
 
-void closeKey (Key key)
-{
-    RegCloseKey (static_cast<HKEY> (key));
-}
+void closeKey (Key key) { RegCloseKey (static_cast<HKEY> (key)); }
 
 void formatKeyPath (WideChar (&path)[1024], const WideChar* rootPath, const WideChar* name)
 {

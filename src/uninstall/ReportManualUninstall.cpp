@@ -13,7 +13,8 @@ void reportManualUninstall (const juce::String& productName, const juce::String&
     if (uninstallerPath.isNotEmpty() && juce::File (uninstallerPath).existsAsFile())
         log (Info, "You can also run the uninstaller directly: " + uninstallerPath);
 
-    log (Info, "You can re-run this cleaner after " + productName + " has been uninstalled to clean up any final files.");
+    log (Info,
+         "You can re-run this cleaner after " + productName + " has been uninstalled to clean up any final files.");
 }
 
 } // namespace TessaraWorks

@@ -15,8 +15,7 @@ bool runUninstaller (const juce::String& uninstallerPath, juce::uint32& exitCode
         commandLine << " " << arguments;
 
     juce::ChildProcess uninstaller;
-    const auto finished = uninstaller.start (commandLine)
-                          && uninstaller.waitForProcessToFinish (timeLimitMilliseconds);
+    const auto finished = uninstaller.start (commandLine) && uninstaller.waitForProcessToFinish (timeLimitMilliseconds);
 
     exitCode = uninstaller.getExitCode();
 
