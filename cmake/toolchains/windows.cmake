@@ -22,7 +22,7 @@ execute_process (
     COMMAND_ERROR_IS_FATAL ANY)
 get_filename_component (gcc_dir "${libgcc}" DIRECTORY)
 
-set (CMAKE_CXX_FLAGS_INIT "-nostdinc++ -isystem ${gcc_dir}/include/c++ -isystem ${gcc_dir}/include/c++/${triple}")
+set (CMAKE_CXX_FLAGS_INIT "-isystem ${gcc_dir}/include/c++ -isystem ${gcc_dir}/include/c++/${triple}")
 set (CMAKE_C_FLAGS_RELEASE_INIT "-Os -ffunction-sections -fdata-sections")
 set (CMAKE_CXX_FLAGS_RELEASE_INIT "-Os -ffunction-sections -fdata-sections")
 set (CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE_INIT}" CACHE STRING "")
