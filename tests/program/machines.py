@@ -1,0 +1,293 @@
+"""The machines that the whole program is run on, as a test sees them.
+
+A machine is a clean Windows or Linux of the tests' own. A test lays out files below its locations,
+runs the program, and compares all that the program said and did.
+"""
+
+import os
+import re
+import shutil
+import signal
+import subprocess
+import time
+from dataclasses import dataclass
+from pathlib import Path
+
+TOP = Path(__file__).resolve().parents[2]
+BUILD = TOP / "build"
+WINE_PREFIX = BUILD / "test-windows"
+
+STAMP = re.compile(r"\[(?:0|1?[1-9]|10|2[0-3]):[0-5]\d:[0-5]\d:(?:0|[1-9]\d{0,2})\](?=\[)")
+START = re.compile(
+    r"(?<=Log started: )(?:[1-9]|[12]\d|3[01]) (?:Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) \d{4} "
+    r"(?:[1-9]|1[0-2]):[0-5]\d:[0-5]\d[ap]m(?=\r\n)"
+)
+
+
+@dataclass
+class Run:
+    """What a run of the program left behind.
+
+    The texts have "\\n" for the line ends that the machine demands, "[time]" for each well-formed time
+    stamp, and "<when>" for the well-formed time of a log file's banner.
+    """
+
+    console: str
+    errors: str
+    exit_code: int
+    log: str | None  # None without a log file
+    revealed: list[str]  # the folders that the shell was asked to show
+
+
+class Machine:
+    """What Windows and Linux have in common. The locations are folders of the host."""
+
+    newline: bytes
+    shared_data: Path
+    program_files: Path
+    user_data: Path
+    desktop: Path
+    downloads: Path  # where the program lies, and its working folder
+
+    def __init__(self, scratch: Path):
+        self.scratch = scratch
+
+    @property
+    def vst3(self) -> Path:
+        return self.program_files / "Common Files" / "VST3"
+
+    @property
+    def log_file(self) -> Path:
+        return self.desktop / "OrvexCleaner.log"
+
+    def shown(self, path: Path) -> str:
+        """The path as the program writes it."""
+        raise NotImplementedError
+
+    def command(self, arguments: tuple[str, ...], elevated: bool) -> list[str]:
+        raise NotImplementedError
+
+    def environment(self) -> dict[str, str]:
+        raise NotImplementedError
+
+    def shown_folders(self) -> list[str]:
+        raise NotImplementedError
+
+    def make_undeletable(self, file: Path) -> None:
+        """Lets every attempt to delete this file fail."""
+        raise NotImplementedError
+
+    def start(self, *arguments: str, elevated: bool = True, stdin=subprocess.DEVNULL) -> subprocess.Popen:
+        """Starts the program and goes on while it runs."""
+        # Files and no pipes: what the program starts may outlive it and keep them open.
+        with open(self.scratch / "console", "wb") as console, open(self.scratch / "errors", "wb") as errors:
+            return subprocess.Popen(
+                self.command(arguments, elevated),
+                stdin=stdin,
+                stdout=console,
+                stderr=errors,
+                env=self.environment(),
+                cwd=self.downloads,
+            )
+
+    def outcome(self, process: subprocess.Popen, timeout: float = 120) -> Run:
+        """Waits for the program to end."""
+        exit_code = process.wait(timeout)
+        console = self.console()
+
+        if console.endswith("Press enter to exit\n") and self.log_file.is_file():
+            wait_for(self.shown_folders)
+
+        return Run(
+            console=console,
+            errors=self.text(self.scratch / "errors"),
+            exit_code=exit_code,
+            log=self.log(),
+            revealed=self.shown_folders(),
+        )
+
+    def run(self, *arguments: str, answers: str | bytes = b"", elevated: bool = True) -> Run:
+        """Runs the program with these answers as its whole standard input."""
+        given = self.scratch / "answers"
+        given.write_bytes(answers.encode() if isinstance(answers, str) else answers)
+
+        with open(given, "rb") as stdin:
+            return self.outcome(self.start(*arguments, elevated=elevated, stdin=stdin))
+
+    def console(self) -> str:
+        """What the program has written to its standard output so far."""
+        return self.text(self.scratch / "console")
+
+    def text(self, file: Path) -> str:
+        return STAMP.sub("[time]", without_line_ends(file.read_bytes(), self.newline))
+
+    def log(self) -> str | None:
+        if not self.log_file.is_file():
+            return None
+
+        content = START.sub("<when>", self.log_file.read_bytes().decode())
+        return STAMP.sub("[time]", without_line_ends(content.encode(), b"\r\n"))
+
+
+class Windows(Machine):
+    """A Wine prefix with no way to the host's files. It is the same for all tests, and cleaned for each."""
+
+    newline = b"\r\n"
+
+    def __init__(self, scratch: Path):
+        super().__init__(scratch)
+        self.c = WINE_PREFIX / "drive_c"
+        self.home = next(user for user in (self.c / "users").iterdir() if user.name != "Public")
+        self.shared_data = self.c / "ProgramData"
+        self.program_files = self.c / "Program Files"
+        self.user_data = self.home / "AppData" / "Roaming"
+        self.desktop = self.home / "Desktop"
+        self.downloads = self.home / "Downloads"
+        self.clean()
+
+    @staticmethod
+    def prepare() -> None:
+        """Makes the Windows and starts it, once for all tests."""
+        subprocess.run([TOP / "scripts" / "support" / "wine-prefix", WINE_PREFIX], check=True)
+        subprocess.run(["wineserver", "--persistent"], env=wine_environment(), check=True)
+
+    @staticmethod
+    def shut_down() -> None:
+        subprocess.run(["wineserver", "--kill"], env=wine_environment(), check=False)
+
+    def clean(self) -> None:
+        for explorer in self.explorers():
+            os.kill(explorer, signal.SIGKILL)
+
+        for folder in (self.shared_data, self.program_files, self.user_data, self.desktop, self.downloads):
+            folder.mkdir(parents=True, exist_ok=True)
+
+        for folder in (self.shared_data, self.user_data):
+            remove_all(folder, keep=["Microsoft"])
+
+        remove_all(self.desktop)
+        remove_all(self.downloads)
+        remove_all(self.program_files, keep=["Common Files", "Internet Explorer", "Windows Media Player", "Windows NT"])
+        remove_all(self.program_files / "Common Files", keep=["Microsoft Shared", "System"])
+        remove_all(self.c, keep=["Program Files", "Program Files (x86)", "ProgramData", "users", "windows"])
+
+        tools = BUILD / "windows" / "tests"
+        shutil.copy(BUILD / "windows" / "OrvexCleaner.exe", self.downloads)
+        shutil.copytree(tools, self.c / "tools", ignore=lambda folder, names: [n for n in names if ".exe" not in n])
+
+    def shown(self, path: Path) -> str:
+        return "C:\\" + str(path.relative_to(self.c)).replace("/", "\\")
+
+    def environment(self) -> dict[str, str]:
+        return wine_environment()
+
+    def command(self, arguments: tuple[str, ...], elevated: bool) -> list[str]:
+        runner = [] if elevated else ["C:\\tools\\RunUnelevated.exe"]
+        return ["wine", *runner, self.shown(self.downloads / "OrvexCleaner.exe"), *arguments]
+
+    def tool(self, name: str, *arguments: str, **options) -> subprocess.Popen:
+        """Starts one of the tests' small programs, or one of Windows' own."""
+        return subprocess.Popen(["wine", name, *arguments], env=wine_environment(), cwd=self.c, **options)
+
+    def explorers(self) -> dict[int, str]:
+        """The folders that Explorers of this Windows show, by process id."""
+        shown = {}
+
+        for process in Path("/proc").glob("[0-9]*"):
+            try:
+                _, _, folder = (process / "cmdline").read_bytes().partition(b"explorer.exe\0")
+                if folder.startswith(b"C:") and f"WINEPREFIX={WINE_PREFIX}\0".encode() in (process / "environ").read_bytes():
+                    shown[int(process.name)] = folder.rstrip(b"\0").decode()
+            except OSError:
+                pass  # it has ended meanwhile
+
+        return shown
+
+    def shown_folders(self) -> list[str]:
+        return list(self.explorers().values())
+
+    def make_undeletable(self, file: Path) -> None:
+        file.chmod(0o444)  # Wine shows this as the read-only attribute, with which Windows deletes nothing
+
+
+class Linux(Machine):
+    """A root folder of its own that the program takes for the whole machine."""
+
+    newline = b"\n"
+
+    def __init__(self, scratch: Path, preset: str):
+        super().__init__(scratch)
+        self.preset = preset
+        self.root = scratch / "machine"
+        self.options = []
+        self.shared_data = self.root / "opt"
+        self.program_files = self.root / "usr"
+        self.user_data = self.root / "home/user/.config"
+        self.desktop = self.root / "home/user/Desktop"
+        self.downloads = self.root / "home/user"
+
+        for folder in (self.shared_data, self.program_files, self.user_data, self.desktop):
+            folder.mkdir(parents=True)
+
+        shell = self.root / "usr/bin/xdg-open"
+        shell.parent.mkdir()
+        shell.write_text('#!/bin/sh\nprintf "%s\\n" "$1" >> /tmp/shown\n')
+        shell.chmod(0o755)
+
+    def shown(self, path: Path) -> str:
+        return "/" + str(path.relative_to(self.root))
+
+    def environment(self) -> dict[str, str]:
+        return dict(os.environ)
+
+    def command(self, arguments: tuple[str, ...], elevated: bool) -> list[str]:
+        return [
+            "env", f"ISOLATED_UID={0 if elevated else 1000}",
+            str(TOP / "tests" / "isolated"), str(self.root),
+            "--ro-bind", "/usr/bin/dash", "/bin/sh",
+            "--ro-bind", str(BUILD / self.preset / "OrvexCleaner"), "/home/user/OrvexCleaner",
+            *self.options,
+            "--", "/home/user/OrvexCleaner", *arguments,
+        ]  # fmt: skip
+
+    def shown_folders(self) -> list[str]:
+        calls = self.root / "tmp" / "shown"
+        return calls.read_text().splitlines() if calls.exists() else []
+
+    def make_undeletable(self, file: Path) -> None:
+        self.options += ["--bind", str(file), self.shown(file)]  # a mount point cannot be deleted
+
+
+def wine_environment() -> dict[str, str]:
+    """The environment of scripts/support/wine-environment, without a display."""
+    script = f'. "{TOP}/scripts/support/wine-environment" "{WINE_PREFIX}" && env -0'
+    listed = subprocess.run(["bash", "-c", script], check=True, capture_output=True, text=True).stdout
+    environment = dict(line.split("=", 1) for line in listed.split("\0") if line)
+    environment.pop("DISPLAY", None)
+    return environment
+
+
+def without_line_ends(content: bytes, newline: bytes) -> str:
+    """The text with "\\n" for each line end; fails if one is not what it has to be."""
+    wrong = content.replace(newline, b"")
+    assert b"\n" not in wrong and b"\r" not in wrong, content
+    return content.replace(newline, b"\n").decode()
+
+
+def remove_all(folder: Path, keep: list[str] = []) -> None:
+    for child in folder.iterdir():
+        if child.is_dir() and not child.is_symlink():
+            if child.name not in keep:
+                shutil.rmtree(child)
+        else:
+            child.unlink()
+
+
+def wait_for(condition, seconds: float = 10):
+    """Returns what the condition gives as soon as that is true, or its last answer when the time is over."""
+    end = time.monotonic() + seconds
+
+    while not (answer := condition()) and time.monotonic() < end:
+        time.sleep(0.01)
+
+    return answer

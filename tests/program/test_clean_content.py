@@ -1,0 +1,48 @@
+"""--clean=Content from end to end."""
+
+
+def test_removes_the_content_folder_after_a_yes(machine):
+    content = machine.shared_data / "TessaraWorks" / "Content"
+    (content / "Packs" / "Strings").mkdir(parents=True)
+    (content / "Packs" / "Strings" / "Legato.pack").write_text("samples")
+    (content / "Favourites.playlist").write_text("songs")
+
+    run = machine.run("--clean=Content", answers="y\n\n")
+
+    assert run.console == f"""\
+================================================================
+Orvex Cleaner
+================================================================
+
+[time][Info] Target: Content
+[time][Info] Remove all Velantone content & playlist files?
+Y/n? [time][Info] Cleaning: Velantone Content
+[time][Info] Deleting directory: {machine.shown(content)}
+[time][Info] Directory deleted: {machine.shown(content)}
+[time][Info] Directories removed: 1
+[time][Info] Files removed: 0
+[time][Info] Velantone Content was successfully removed.
+Cleaning finished successfully.
+Log file written to: {machine.shown(machine.log_file)}
+Press enter to exit
+"""
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == f"""\
+
+**********************************************************
+Orvex Cleaner session starting
+Log started: <when>
+
+[time][Info] Target: Content
+[time][Info] Remove all Velantone content & playlist files?
+[time][Info] Cleaning: Velantone Content
+[time][Info] Deleting directory: {machine.shown(content)}
+[time][Info] Directory deleted: {machine.shown(content)}
+[time][Info] Directories removed: 1
+[time][Info] Files removed: 0
+[time][Info] Velantone Content was successfully removed.
+"""
+    assert run.revealed == [machine.shown(machine.desktop)]
+    assert not content.exists()
+    assert content.parent.is_dir()
