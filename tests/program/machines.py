@@ -10,12 +10,14 @@ import shutil
 import signal
 import subprocess
 import time
+from contextlib import contextmanager
 from dataclasses import dataclass
 from pathlib import Path
 
 TOP = Path(__file__).resolve().parents[2]
 BUILD = TOP / "build"
 WINE_PREFIX = BUILD / "test-windows"
+UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
 
 STAMP = re.compile(r"\[(?:0|1?[1-9]|10|2[0-3]):[0-5]\d:[0-5]\d:(?:0|[1-9]\d{0,2})\](?=\[)")
 START = re.compile(
@@ -133,6 +135,7 @@ class Windows(Machine):
     """A Wine prefix with no way to the host's files. It is the same for all tests, and cleaned for each."""
 
     newline = b"\r\n"
+    has_uninstall_entries = True  # of an earlier test, perhaps
 
     def __init__(self, scratch: Path):
         super().__init__(scratch)
@@ -174,6 +177,50 @@ class Windows(Machine):
         tools = BUILD / "windows" / "tests"
         shutil.copy(BUILD / "windows" / "OrvexCleaner.exe", self.downloads)
         shutil.copytree(tools, self.c / "tools", ignore=lambda folder, names: [n for n in names if ".exe" not in n])
+
+        if Windows.has_uninstall_entries:
+            self.register({})
+            Windows.has_uninstall_entries = False
+
+    def register(self, entries: dict[str, dict[str, str]]) -> None:
+        """Makes these the machine's only uninstall entries: each one's values, by the name of its key."""
+        lines = [f"[-{UNINSTALL_KEY}]", f"[{UNINSTALL_KEY}]"]
+
+        for key, values in entries.items():
+            lines.append(f"[{UNINSTALL_KEY}\\{key}]")
+            lines += [f'"{name}"="{escaped(value)}"' for name, value in values.items()]
+
+        self.change_registry(*lines)
+
+    def change_registry(self, *lines: str) -> None:
+        """Imports the lines of a .reg file, which may change the uninstall entries and nothing else."""
+        Windows.has_uninstall_entries = True
+        content = "\r\n".join(["Windows Registry Editor Version 5.00", *lines, ""])
+        (self.c / "tools" / "changes.reg").write_bytes(content.encode("utf-16"))
+        assert self.tool("regedit", "/S", "C:\\tools\\changes.reg").wait() == 0
+
+    def place_uninstaller(self, file: Path, *orders: str) -> None:
+        """Places a stub that notes how it was called and obeys its orders; see StubUninstaller.h for them."""
+        file.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(BUILD / "windows" / "tests" / "StubUninstaller.exe", file)
+        file.with_suffix(".orders").write_text("".join(f"{order}\n" for order in orders))
+
+    def calls(self, file: Path) -> list[str]:
+        """The command lines with which a stub was called so far, each with "done" behind it if the stub came to its end."""
+        notes = file.with_suffix(".calls")
+        return notes.read_text().splitlines() if notes.exists() else []
+
+    @contextmanager
+    def without(self, folder: Path):
+        """Takes a folder away, so that the lookup of the special location that it is fails."""
+        aside = self.c / "aside"
+        folder.rename(aside)
+
+        try:
+            yield
+        finally:
+            shutil.rmtree(folder, ignore_errors=True)
+            aside.rename(folder)
 
     def shown(self, path: Path) -> str:
         return "C:\\" + str(path.relative_to(self.c)).replace("/", "\\")
@@ -265,6 +312,11 @@ def wine_environment() -> dict[str, str]:
     environment = dict(line.split("=", 1) for line in listed.split("\0") if line)
     environment.pop("DISPLAY", None)
     return environment
+
+
+def escaped(value: str) -> str:
+    """A text as it stands between the quotes of a .reg file."""
+    return value.replace("\\", "\\\\").replace('"', '\\"')
 
 
 def without_line_ends(content: bytes, newline: bytes) -> str:
