@@ -7,7 +7,7 @@ namespace TessaraWorks
 
 static void deleteAsDirectory (const juce::File& directory, CleanResult& result)
 {
-    const auto path = directory.getFullPathName();
+    const auto& path = directory.getFullPathName();
 
     if (directory.deleteRecursively (false))
     {
@@ -23,7 +23,7 @@ static void deleteAsDirectory (const juce::File& directory, CleanResult& result)
 
 static void deleteAsFile (const juce::File& file, CleanResult& result)
 {
-    const auto path = file.getFullPathName();
+    const auto& path = file.getFullPathName();
 
     if (file.deleteFile())
     {
@@ -39,7 +39,7 @@ static void deleteAsFile (const juce::File& file, CleanResult& result)
 
 static void removeListedDirectory (const juce::File& directory, CleanResult& result)
 {
-    const auto path = directory.getFullPathName();
+    const auto& path = directory.getFullPathName();
 
     if (! directory.exists())
     {
@@ -61,7 +61,7 @@ static void removeListedDirectory (const juce::File& directory, CleanResult& res
 // over in silence.
 static void removeListedFile (const juce::File& file, CleanResult& result)
 {
-    const auto path = file.getFullPathName();
+    const auto& path = file.getFullPathName();
 
     if (! file.exists())
     {
