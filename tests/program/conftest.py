@@ -1,5 +1,7 @@
 import pytest
 
+pytest.register_assert_rewrite("sessions")
+
 from machines import BUILD, Linux, Windows
 
 

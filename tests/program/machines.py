@@ -50,6 +50,7 @@ class Machine:
     user_data: Path
     desktop: Path
     downloads: Path  # where the program lies, and its working folder
+    kept_by_system: list[Path]  # what the system itself may change below the locations
 
     def __init__(self, scratch: Path):
         self.scratch = scratch
@@ -61,6 +62,12 @@ class Machine:
     @property
     def log_file(self) -> Path:
         return self.desktop / "OrvexCleaner.log"
+
+    def tree(self) -> set[Path]:
+        """All that lies below the locations of products."""
+        locations = (self.shared_data, self.program_files, self.user_data)
+        paths = {path for location in locations for path in location.rglob("*")}
+        return {path for path in paths if not any(path.is_relative_to(kept) for kept in self.kept_by_system)}
 
     def shown(self, path: Path) -> str:
         """The path as the program writes it."""
@@ -146,6 +153,7 @@ class Windows(Machine):
         self.user_data = self.home / "AppData" / "Roaming"
         self.desktop = self.home / "Desktop"
         self.downloads = self.home / "Downloads"
+        self.kept_by_system = [self.shared_data / "Microsoft", self.user_data / "Microsoft"]
         self.clean()
 
     @staticmethod
@@ -211,16 +219,19 @@ class Windows(Machine):
         return notes.read_text().splitlines() if notes.exists() else []
 
     @contextmanager
-    def without(self, folder: Path):
-        """Takes a folder away, so that the lookup of the special location that it is fails."""
-        aside = self.c / "aside"
-        folder.rename(aside)
+    def without(self, *locations: str):
+        """Takes the folders of these locations away, so that their lookup fails."""
+        folders = [getattr(self, location) for location in locations]
+
+        for folder in folders:
+            folder.rename(self.c / f"{folder.name} aside")
 
         try:
             yield
         finally:
-            shutil.rmtree(folder, ignore_errors=True)
-            aside.rename(folder)
+            for folder in folders:
+                shutil.rmtree(folder, ignore_errors=True)
+                (self.c / f"{folder.name} aside").rename(folder)
 
     def shown(self, path: Path) -> str:
         return "C:\\" + str(path.relative_to(self.c)).replace("/", "\\")
@@ -272,6 +283,7 @@ class Linux(Machine):
         self.user_data = self.root / "home/user/.config"
         self.desktop = self.root / "home/user/Desktop"
         self.downloads = self.root / "home/user"
+        self.kept_by_system = [self.program_files / "lib", self.program_files / "lib64"]
 
         for folder in (self.shared_data, self.program_files, self.user_data, self.desktop):
             folder.mkdir(parents=True)
