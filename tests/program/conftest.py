@@ -1,8 +1,6 @@
 import pytest
 
-pytest.register_assert_rewrite("sessions")
-
-from machines import BUILD, Linux, Windows
+from machines import BUILD, WINE_PREFIX, Linux, Windows
 
 
 @pytest.fixture(scope="session")
@@ -16,6 +14,18 @@ def windows_is_up():
 def windows(windows_is_up, tmp_path):
     """A clean Windows with the program in the Downloads folder."""
     return Windows(tmp_path)
+
+
+@pytest.fixture
+def drive_d(windows, tmp_path):
+    """A second drive of the Windows, which has the working folder in it."""
+    drive = tmp_path / "d"
+    windows.working_folder = drive / "work"
+    windows.working_folder.mkdir(parents=True)
+    letter = WINE_PREFIX / "dosdevices" / "d:"
+    letter.symlink_to(drive)
+    yield drive
+    letter.unlink()
 
 
 @pytest.fixture(params=["native", "sanitize"])
