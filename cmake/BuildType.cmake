@@ -13,3 +13,4 @@ set (CMAKE_CXX_EXTENSIONS OFF)
 set (CMAKE_C_STANDARD 11)
 
 set (CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set (CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>") # the product is one file

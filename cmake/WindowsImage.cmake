@@ -11,8 +11,6 @@ set_source_files_properties ("${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.rc" PROPE
 
 if (MSVC)
     target_link_options (OrvexCleaner PRIVATE /MANIFEST:NO /DEPENDENTLOADFLAG:0x800 /HIGHENTROPYVA /DYNAMICBASE /NXCOMPAT)
-    set_property (TARGET OrvexCleaner juce_core orvex_cleaner PROPERTY
-        MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
 else()
     target_sources (OrvexCleaner PRIVATE src/app/Image_windows.c)
 endif()
