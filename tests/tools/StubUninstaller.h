@@ -1,0 +1,103 @@
+#pragma once
+
+/*  Stands in for the uninstaller of a product, wherever a test or a trial run needs a real program.
+
+    It appends its full command line to a file beside itself that has its own name with the ending
+    .calls, then obeys the file with the ending .orders, one order a line, in their order:
+
+        sleep MILLISECONDS      does nothing for so long
+        print BYTES             writes so many bytes to the standard output; goes on if nobody reads
+        remove PATH             deletes a file, or a folder with all it holds, as far as it can
+        remove-key PATH         deletes a registry key below HKEY_LOCAL_MACHINE with all it holds;
+                                does nothing on a system without a registry
+        note-variable NAME      appends NAME=VALUE, with an environment variable, to the calls
+        exit CODE               makes this the exit code, up to 4294967295; it is 0 without this order
+
+    Behind the last order it appends the line "done" to the calls. Without the file of orders, it
+    only notes the call and exits with 0. The files are UTF-8 text, and the orders may have the line
+    ends of either system.
+*/
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+// What depends on the system.
+
+std::filesystem::path getOwnPath();
+void removeRegistryKey (const std::string& path);
+
+/** Deletes what can be deleted. On Windows the file of a running program cannot. */
+inline void removeAll (const std::filesystem::path& path)
+{
+    std::error_code ignored;
+
+    if (std::filesystem::is_directory (std::filesystem::symlink_status (path, ignored)))
+    {
+        std::vector<std::filesystem::path> children;
+
+        for (const auto& child : std::filesystem::directory_iterator (path, ignored))
+            children.push_back (child.path());
+
+        for (const auto& child : children)
+            removeAll (child);
+    }
+
+    std::filesystem::remove (path, ignored);
+}
+
+inline int runStub (const std::string& commandLine)
+{
+    const auto beside = [] (const char* ending) { return getOwnPath().replace_extension (ending); };
+
+    const auto note = [&] (const std::string& line)
+    { std::ofstream (beside (".calls"), std::ios::app | std::ios::binary) << line << '\n'; };
+
+    note (commandLine);
+
+    std::ifstream file (beside (".orders"));
+
+    if (! file)
+        return 0;
+
+    std::vector<std::string> orders;
+
+    for (std::string line; std::getline (file, line);)
+        orders.push_back (line.substr (0, line.find ('\r')));
+
+    // One of the orders may delete this file.
+    file.close();
+
+    unsigned long exitCode = 0;
+
+    for (const auto& order : orders)
+    {
+        const auto blank = order.find (' ');
+        const auto verb = order.substr (0, blank);
+        const auto operand = blank == std::string::npos ? std::string() : order.substr (blank + 1);
+
+        if (verb == "sleep")
+            std::this_thread::sleep_for (std::chrono::milliseconds (std::stoul (operand)));
+        else if (verb == "print")
+            std::cout << std::string (std::stoul (operand), 'x') << std::flush;
+        else if (verb == "remove")
+            removeAll (std::filesystem::u8path (operand));
+        else if (verb == "remove-key")
+            removeRegistryKey (operand);
+        else if (verb == "note-variable")
+            note (operand + "=" + std::getenv (operand.c_str()));
+        else if (verb == "exit")
+            exitCode = std::stoul (operand);
+        else
+            note ("unknown order: " + order);
+    }
+
+    note ("done");
+    return static_cast<int> (exitCode);
+}
