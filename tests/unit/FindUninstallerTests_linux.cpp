@@ -1,0 +1,241 @@
+#include "uninstall/FindUninstaller.h"
+
+#include "RecordingLogger.h"
+#include "RecordingRegistry.h"
+
+#include <gtest/gtest.h>
+
+using namespace TessaraWorks;
+using Lines = std::vector<std::string>;
+
+// What a real registry cannot be made to show: the calls themselves, and refusals at will.
+
+TEST (FindUninstallerCalls, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchingEntryOpen)
+{
+    RecordingRegistry registry;
+    registry.entries = { { "{8F1}", {}, {} },
+                         { "Else", terminated (u"Something else"), terminated (u"C:\\else.exe") },
+                         { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") },
+                         { "Behind", terminated (u"Orvex Studio"), terminated (u"C:\\behind.exe") } };
+
+    juce::String path;
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+
+    EXPECT_EQ (registry.calls,
+               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+                        "enumerate key 1 at 0 into 4096",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\{8F1} with 20019",
+                        "query key 2 for DisplayName into 2048",
+                        "close key 2",
+                        "enumerate key 1 at 1 into 4096",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Else with 20019",
+                        "query key 3 for DisplayName into 2048",
+                        "close key 3",
+                        "enumerate key 1 at 2 into 4096",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio with 20019",
+                        "query key 4 for DisplayName into 2048",
+                        "query key 4 for UninstallString into 2048",
+                        "close key 1" }));
+    EXPECT_EQ (registry.getOpenKeys(), Lines { "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio" });
+}
+
+TEST (FindUninstallerCalls, LeaveTheMatchingEntryOpenAlsoWhenItHasNoCommand)
+{
+    RecordingRegistry registry;
+    registry.entries = { { "Studio", terminated (u"Orvex Studio"), {} } };
+
+    juce::String path;
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+
+    EXPECT_EQ (registry.calls,
+               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+                        "enumerate key 1 at 0 into 4096",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio with 20019",
+                        "query key 2 for DisplayName into 2048",
+                        "query key 2 for UninstallString into 2048",
+                        "close key 1" }));
+}
+
+TEST (FindUninstallerCalls, CloseEveryKeyWhenNothingMatches)
+{
+    RecordingRegistry registry;
+    registry.entries = { { "Else", terminated (u"Something else"), {} } };
+
+    juce::String path;
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+
+    EXPECT_EQ (registry.calls,
+               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+                        "enumerate key 1 at 0 into 4096",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Else with 20019",
+                        "query key 2 for DisplayName into 2048",
+                        "close key 2",
+                        "enumerate key 1 at 1 into 4096",
+                        "close key 1" }));
+}
+
+TEST (FindUninstallerCalls, AreMadeAnewForEachSearch)
+{
+    RecordingRegistry registry;
+    juce::String path;
+
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+
+    EXPECT_EQ (registry.calls,
+               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+                        "enumerate key 1 at 0 into 4096",
+                        "close key 1",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+                        "enumerate key 2 at 0 into 4096",
+                        "close key 2" }));
+}
+
+TEST (FindUninstallerRefused, TheRootKeyIsLoggedAndNothingIsClosed)
+{
+    RecordingLogger logger;
+    RecordingRegistry registry;
+    registry.entries = { { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
+    registry.refuses = [] (const std::string& call) { return call.find ("open ") == 0; };
+
+    juce::String path ("left by the caller");
+
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, "");
+    EXPECT_EQ (logger.lines,
+               Lines { "Critical: Failed to open the Windows registry key: "
+                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall" });
+    EXPECT_EQ (registry.calls, Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019" });
+}
+
+TEST (FindUninstallerRefused, AnEntryIsLoggedByItsFullPathAndHidesEveryEntryBehindIt)
+{
+    RecordingLogger logger;
+    RecordingRegistry registry;
+    registry.entries = { { "Else", terminated (u"Something else"), terminated (u"C:\\else.exe") },
+                         { "Locked", terminated (u"Something locked"), {} },
+                         { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
+    registry.refuses = [] (const std::string& call) { return call.find ("\\Locked") != std::string::npos; };
+
+    juce::String path ("left by the caller");
+
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, "");
+    EXPECT_EQ (logger.lines,
+               Lines { "Critical: Failed to open the Windows registry subkey: "
+                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Locked" });
+    EXPECT_EQ (registry.calls,
+               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+                        "enumerate key 1 at 0 into 4096",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Else with 20019",
+                        "query key 2 for DisplayName into 2048",
+                        "close key 2",
+                        "enumerate key 1 at 1 into 4096",
+                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Locked with 20019",
+                        "close no key",
+                        "close key 1" }));
+}
+
+TEST (FindUninstallerRefused, AnEntryBehindTheMatchIsNotNoticed)
+{
+    RecordingLogger logger;
+    RecordingRegistry registry;
+    registry.entries = { { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") },
+                         { "Locked", terminated (u"Something locked"), {} } };
+    registry.refuses = [] (const std::string& call) { return call.find ("\\Locked") != std::string::npos; };
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, "C:\\studio.exe");
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
+TEST (FindUninstallerRefused, AnEnumerationEndsTheSearchInSilenceWhateverItsCode)
+{
+    for (const auto code : { 1, 5, 8, 234, 1018, -1 })
+    {
+        RecordingLogger logger;
+        RecordingRegistry registry;
+        registry.entries = { { "Else", terminated (u"Something else"), {} },
+                             { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
+        registry.refusalCode = code;
+        registry.refuses = [] (const std::string& call) { return call == "enumerate key 1 at 1 into 4096"; };
+
+        juce::String path ("left by the caller");
+
+        EXPECT_FALSE (findUninstaller ("Orvex Studio", path)) << code;
+        EXPECT_EQ (path, "");
+        EXPECT_EQ (logger.lines, Lines {});
+        EXPECT_EQ (registry.calls.back(), "close key 1");
+        EXPECT_EQ (registry.getOpenKeys(), Lines {});
+    }
+}
+
+TEST (FindUninstallerRefused, ADisplayNameIsPassedOverInSilence)
+{
+    RecordingLogger logger;
+    RecordingRegistry registry;
+    registry.entries = { { "Locked", terminated (u"Orvex Studio"), terminated (u"C:\\locked.exe") },
+                         { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
+    registry.refuses = [] (const std::string& call) { return call == "query key 2 for DisplayName into 2048"; };
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, "C:\\studio.exe");
+    EXPECT_EQ (logger.lines, Lines {});
+    EXPECT_EQ (registry.getOpenKeys(), Lines { "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio" });
+}
+
+TEST (FindUninstallerRefused, ACommandCountsAsNone)
+{
+    RecordingLogger logger;
+    RecordingRegistry registry;
+    registry.entries = { { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
+    registry.refuses = [] (const std::string& call) { return call == "query key 2 for UninstallString into 2048"; };
+
+    juce::String path ("left by the caller");
+
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, "");
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
+TEST (FindUninstallerCalls, MatchAnEmptyFragmentWithTheFirstReadableNameEvenIfThatIsEmpty)
+{
+    RecordingRegistry registry;
+    registry.entries = { { "Nameless", {}, terminated (u"C:\\nameless.exe") },
+                         { "Empty", terminated (u""), terminated (u"C:\\empty.exe") },
+                         { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("", path));
+    EXPECT_EQ (path, "C:\\empty.exe");
+}
+
+TEST (FindUninstallerCalls, OpenAnEntryOfTheLongestNameThatARegistryAllows)
+{
+    const auto longest = juce::String::repeatedString ("n", 255);
+
+    RecordingRegistry registry;
+    registry.entries = { { longest, terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (
+        registry.calls[2],
+        ("open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\" + longest + " with 20019").toStdString());
+}
+
+TEST (FindUninstallerCalls, FindNothingInTheTableOfASystemWithoutARegistry)
+{
+    RecordingLogger logger;
+    juce::String path ("left by the caller");
+
+    EXPECT_FALSE (findUninstaller ("", path));
+    EXPECT_EQ (path, "");
+    EXPECT_EQ (logger.lines, Lines {});
+}

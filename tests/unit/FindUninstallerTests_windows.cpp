@@ -1,0 +1,205 @@
+#include "uninstall/FindUninstaller.h"
+
+#include "RecordingLogger.h"
+#include "SampleRegistry.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+using namespace TessaraWorks;
+using Lines = std::vector<std::string>;
+
+static const auto rootPath = juce::String (uninstallRoot);
+
+/** A key that is there while it lives, below any hive and in any view. */
+class SampleKey
+{
+public:
+    SampleKey (HKEY hiveToUse, const juce::String& pathToUse, REGSAM viewToUse = 0)
+        : hive (hiveToUse)
+        , path (pathToUse)
+        , view (viewToUse)
+    {
+        const auto result = RegCreateKeyExW (
+            hive, path.toWideCharPointer(), 0, nullptr, 0, KEY_ALL_ACCESS | view, nullptr, &key, nullptr);
+        EXPECT_EQ (result, ERROR_SUCCESS) << path;
+    }
+
+    ~SampleKey()
+    {
+        RegCloseKey (key);
+        RegDeleteKeyExW (hive, path.toWideCharPointer(), view, 0);
+    }
+
+    SampleKey (const SampleKey&) = delete;
+    SampleKey& operator= (const SampleKey&) = delete;
+
+    void set (const wchar_t* name, DWORD type, const Bytes& data) const
+    {
+        EXPECT_EQ (
+            RegSetValueExW (
+                key, name, 0, type, reinterpret_cast<const BYTE*> (data.data()), static_cast<DWORD> (data.size())),
+            ERROR_SUCCESS);
+    }
+
+private:
+    const HKEY hive;
+    const juce::String path;
+    const REGSAM view;
+    HKEY key = nullptr;
+};
+
+/** While it lives, the uninstall key is another one: none at first. What was there comes back. */
+class UninstallKeyOfTest
+{
+public:
+    UninstallKeyOfTest()
+    {
+        copy (rootPath, aside);
+        RegDeleteTreeW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer());
+    }
+
+    ~UninstallKeyOfTest()
+    {
+        RegDeleteTreeW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer());
+        copy (aside, rootPath);
+        RegDeleteTreeW (HKEY_LOCAL_MACHINE, aside.toWideCharPointer());
+    }
+
+    UninstallKeyOfTest (const UninstallKeyOfTest&) = delete;
+    UninstallKeyOfTest& operator= (const UninstallKeyOfTest&) = delete;
+
+private:
+    static void copy (const juce::String& from, const juce::String& to)
+    {
+        HKEY key = nullptr;
+        RegCreateKeyW (HKEY_LOCAL_MACHINE, to.toWideCharPointer(), &key);
+        EXPECT_EQ (RegCopyTreeW (HKEY_LOCAL_MACHINE, from.toWideCharPointer(), key), ERROR_SUCCESS);
+        RegCloseKey (key);
+    }
+
+    const juce::String aside = rootPath + " put aside by the tests of Orvex Cleaner";
+};
+
+TEST (FindUninstallerInRegistry, TakesTheMatchThatTheRegistryEnumeratesFirst)
+{
+    SampleRegistry registry;
+    registry.add ({ "Sample z", terminated (u"Orvex Studio"), terminated (u"z") });
+    registry.add ({ "Sample M", terminated (u"Orvex Studio"), terminated (u"M") });
+    registry.add ({ "sample a", terminated (u"Orvex Studio"), terminated (u"a") });
+    registry.add ({ "Sample B", terminated (u"Orvex Studio"), terminated (u"B") });
+
+    HKEY root = nullptr;
+    ASSERT_EQ (RegOpenKeyExW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer(), 0, KEY_READ, &root), ERROR_SUCCESS);
+    juce::String first;
+    wchar_t name[256];
+
+    for (DWORD i = 0; first.isEmpty() && RegEnumKeyW (root, i, name, 256) == ERROR_SUCCESS; ++i)
+        if (juce::String (name).startsWithIgnoreCase ("sample "))
+            first = juce::String (name).getLastCharacters (1);
+
+    RegCloseKey (root);
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, first);
+}
+
+TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
+{
+    RecordingLogger logger;
+    UninstallKeyOfTest noKey;
+
+    juce::String path ("left by the caller");
+
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, "");
+    EXPECT_EQ (logger.lines,
+               Lines { "Critical: Failed to open the Windows registry key: "
+                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall" });
+}
+
+TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameEvenIfThatIsEmpty)
+{
+    RecordingLogger logger;
+    UninstallKeyOfTest rootKey;
+    const SampleKey root (HKEY_LOCAL_MACHINE, rootPath);
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", {}, terminated (u"nameless") });
+    registry.add ({ "Sample 2", terminated (u""), terminated (u"empty") });
+    registry.add ({ "Sample 3", terminated (u"Orvex Studio"), terminated (u"studio") });
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("", path));
+    EXPECT_EQ (path, "empty");
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
+TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
+{
+    const SampleKey number (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 1");
+    number.set (L"DisplayName", REG_DWORD, Bytes ("\x10\x25\x11\x25", 4));
+    number.set (L"UninstallString", REG_DWORD, Bytes ("C\0:\0", 4));
+
+    const SampleKey list (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 2");
+    list.set (L"DisplayName", REG_MULTI_SZ, terminated (u"Alpha sample") + terminated (u"Beta sample") + Bytes (2, 0));
+    list.set (L"UninstallString", REG_EXPAND_SZ, terminated (u"%TEMP%\\uninstall.exe"));
+
+    const SampleKey binary (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 3");
+    binary.set (L"DisplayName", REG_BINARY, terminated (u"Gamma sample"));
+    binary.set (L"UninstallString", REG_NONE, terminated (u"\"C:\\3.exe\""));
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller (juce::CharPointer_UTF8 ("\u2510\u2511"), path));
+    EXPECT_EQ (path, "C:");
+    EXPECT_TRUE (findUninstaller ("Alpha sample", path));
+    EXPECT_EQ (path, "%TEMP%\\uninstall.exe");
+    EXPECT_FALSE (findUninstaller ("Beta sample", path));
+    EXPECT_TRUE (findUninstaller ("Gamma sample", path));
+    EXPECT_EQ (path, "C:\\3.exe");
+}
+
+TEST (FindUninstallerInRegistry, ReadsANameOf2048BytesThatOtherTypesLeaveWithoutATerminator)
+{
+    const std::u16string filling (1017, u'x');
+
+    const SampleKey key (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 1");
+    key.set (L"DisplayName", REG_BINARY, unterminated (filling + u" sample"));
+    key.set (L"UninstallString", REG_BINARY, unterminated (u"C:\\uni\"" + filling));
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("x sample", path));
+    EXPECT_EQ (path, "C:\\uni" + juce::String::repeatedString ("x", 1017));
+}
+
+TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOf32BitPrograms)
+{
+    const SampleKey key (HKEY_LOCAL_MACHINE, rootPath + "\\Sample of 32 bits", KEY_WOW64_32KEY);
+    key.set (L"DisplayName", REG_SZ, terminated (u"Orvex Studio"));
+
+    HKEY sameInOtherView = nullptr;
+    ASSERT_EQ (RegOpenKeyExW (HKEY_LOCAL_MACHINE,
+                              (rootPath + "\\Sample of 32 bits").toWideCharPointer(),
+                              0,
+                              KEY_READ | KEY_WOW64_64KEY,
+                              &sameInOtherView),
+               ERROR_FILE_NOT_FOUND)
+        << "the system has no view of its own for 32-bit programs";
+
+    juce::String path;
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+}
+
+TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOfASingleUser)
+{
+    const SampleKey key (HKEY_CURRENT_USER, rootPath + "\\Sample of a user");
+    key.set (L"DisplayName", REG_SZ, terminated (u"Orvex Studio"));
+
+    juce::String path;
+    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "UninstallEntry.h"
+
+#include <memory>
+
+/** Registers sample products while it lives: in the real registry on Windows, in a table elsewhere.
+
+    Entries are enumerated by the names of their keys on the former and in the order of adding on the
+    latter, so a test that depends on the order adds them in alphabetical order.
+*/
+class SampleRegistry
+{
+public:
+    SampleRegistry();
+    ~SampleRegistry();
+
+    SampleRegistry (const SampleRegistry&) = delete;
+    SampleRegistry& operator= (const SampleRegistry&) = delete;
+
+    void add (const UninstallEntry& entry);
+
+private:
+    struct Implementation;
+    const std::unique_ptr<Implementation> implementation;
+};
