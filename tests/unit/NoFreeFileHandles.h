@@ -1,0 +1,25 @@
+#pragma once
+
+#include <sys/resource.h>
+
+/** While it lives, the process can open neither a file nor a pipe, so that no program can be started
+    in a way that notices.
+*/
+class NoFreeFileHandles
+{
+public:
+    NoFreeFileHandles()
+    {
+        getrlimit (RLIMIT_NOFILE, &previous);
+        const rlimit none { 0, previous.rlim_max };
+        setrlimit (RLIMIT_NOFILE, &none);
+    }
+
+    ~NoFreeFileHandles() { setrlimit (RLIMIT_NOFILE, &previous); }
+
+    NoFreeFileHandles (const NoFreeFileHandles&) = delete;
+    NoFreeFileHandles& operator= (const NoFreeFileHandles&) = delete;
+
+private:
+    rlimit previous;
+};

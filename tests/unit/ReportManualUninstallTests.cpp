@@ -1,0 +1,70 @@
+#include "uninstall/ReportManualUninstall.h"
+
+#include "RecordingLogger.h"
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace TessaraWorks;
+using Lines = std::vector<std::string>;
+
+TEST (ReportManualUninstall, NamesAnUninstallerThatIsAFile)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    const auto path = folder.makeFile ("a folder/un install.exe").getFullPathName();
+
+    reportManualUninstall ("Orvex Studio", path);
+
+    EXPECT_EQ (logger.lines,
+               (Lines { "Info: Existing Orvex Studio software installation detected.",
+                        "Info: Please first uninstall this software using Add/Remove Programs.",
+                        "Info: You can also run the uninstaller directly: " + path.toStdString(),
+                        "Info: You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any "
+                        "final files." }));
+}
+
+TEST (ReportManualUninstall, PrintsThePathAsItCame)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    folder.makeFile ("uninstall.exe");
+    const auto path = folder.getFullPathName() + "/./more/../uninstall.exe";
+    folder.makeFolder ("more");
+    ASSERT_NE (juce::File (path).getFullPathName(), path);
+
+    reportManualUninstall ("Orvex", path);
+
+    EXPECT_EQ (logger.lines,
+               (Lines { "Info: Existing Orvex software installation detected.",
+                        "Info: Please first uninstall this software using Add/Remove Programs.",
+                        "Info: You can also run the uninstaller directly: " + path.toStdString(),
+                        "Info: You can re-run this cleaner after Orvex has been uninstalled to clean up any final "
+                        "files." }));
+}
+
+TEST (ReportManualUninstall, NamesNoUninstallerThatIsNoFile)
+{
+    TemporaryFolder folder;
+    const auto file = folder.makeFile ("uninstall.exe");
+
+    const juce::String paths[] = { "",
+                                   folder.getChildFile ("missing.exe").getFullPathName(),
+                                   folder.getFullPathName(),
+                                   file.getFullPathName() + " /ask",
+                                   file.getFullPathName().quoted() };
+
+    for (const auto& path : paths)
+    {
+        RecordingLogger logger;
+
+        reportManualUninstall ("Orvex Product Manager", path);
+
+        EXPECT_EQ (logger.lines,
+                   (Lines { "Info: Existing Orvex Product Manager software installation detected.",
+                            "Info: Please first uninstall this software using Add/Remove Programs.",
+                            "Info: You can re-run this cleaner after Orvex Product Manager has been uninstalled to "
+                            "clean up any final files." }))
+            << path;
+    }
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+#include <string>
+#include <vector>
+
+/** A copy of the stub uninstaller, which tests/tools/StubUninstaller.h describes, for a test to give
+    orders to.
+*/
+class StubUninstaller
+{
+public:
+    /** Puts a copy into the folder, which it makes if need be, under the name and the system's ending
+        of programs.
+    */
+    StubUninstaller (const juce::File& folder, const juce::String& name, const juce::StringArray& orders = {})
+        : program (folder.getChildFile (name + getOwnProgram().getFileExtension()))
+    {
+        folder.createDirectory();
+        getOwnProgram().getSiblingFile ("StubUninstaller" + program.getFileExtension()).copyFileTo (program);
+        program.setExecutePermission (true);
+
+        if (! orders.isEmpty())
+            program.withFileExtension ("orders").replaceWithText (orders.joinIntoString ("\n"));
+    }
+
+    /** Waits until the program is no longer running, as the system then lets it be deleted. */
+    ~StubUninstaller()
+    {
+        for (int i = 0; i < 500 && ! program.deleteFile(); ++i)
+            juce::Thread::sleep (10);
+    }
+
+    StubUninstaller (const StubUninstaller&) = delete;
+    StubUninstaller& operator= (const StubUninstaller&) = delete;
+
+    juce::String getPath() const { return program.getFullPathName(); }
+
+    /** What the copy noted: for each start the command line, and "done" once its orders are obeyed. */
+    std::vector<std::string> getNotes() const
+    {
+        auto lines = juce::StringArray::fromLines (program.withFileExtension ("calls").loadFileAsString());
+        lines.removeEmptyStrings();
+
+        std::vector<std::string> notes;
+
+        for (const auto& line : lines)
+            notes.push_back (line.toStdString());
+
+        return notes;
+    }
+
+    /** Waits for so many notes, but not for ever. */
+    void waitForNotes (size_t number) const
+    {
+        for (int i = 0; i < 3000 && getNotes().size() < number; ++i)
+            juce::Thread::sleep (10);
+    }
+
+private:
+    static juce::File getOwnProgram() { return juce::File::getSpecialLocation (juce::File::currentExecutableFile); }
+
+    const juce::File program;
+};

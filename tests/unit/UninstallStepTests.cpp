@@ -1,0 +1,214 @@
+#include "uninstall/UninstallStep.h"
+
+#include "PreClean.h"
+#include "RecordingLogger.h"
+#include "SampleRegistry.h"
+#include "StubUninstaller.h"
+#include "TemporaryFolder.h"
+#include "products/OrvexStudioCleaner.h"
+#include "products/ProductManagerCleaner.h"
+
+#include <gtest/gtest.h>
+
+using namespace TessaraWorks;
+using Lines = std::vector<std::string>;
+
+TEST (UninstallStep, SaysAndChangesNothingWhenTheProductIsNotRegistered)
+{
+    RecordingLogger logger;
+    SampleRegistry registry;
+
+    for (const auto success : { true, false })
+    {
+        CleanResult result;
+        result.success = success;
+
+        runUninstallStep ({ "Sample product", "/SILENT", "Sample" }, result);
+
+        EXPECT_EQ (result.success, success);
+        EXPECT_EQ (logger.lines, Lines {});
+    }
+}
+
+TEST (UninstallStep, RunsTheUninstallerWithTheArgumentsAndLogsItsExitCode)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller stub (folder, "uninstall");
+    SampleRegistry registry;
+    registry.add ({ "Sample", terminated (u"The Sample product 2"), terminated (stub.getPath().quoted()) });
+
+    CleanResult result;
+    runUninstallStep ({ "Sample product", "/quiet /x", "Sample" }, result);
+
+    EXPECT_EQ (stub.getNotes(), Lines { (stub.getPath().quoted() + " /quiet /x").toStdString() });
+    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 0" });
+    EXPECT_TRUE (result.success);
+}
+
+TEST (UninstallStep, DoesNotFailBecauseOfAnExitCode)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller stub (folder, "uninstall", { "exit 3" });
+    SampleRegistry registry;
+    registry.add ({ "Sample", terminated (u"Sample product"), terminated (stub.getPath()) });
+
+    CleanResult result;
+    runUninstallStep ({ "Sample product", "/SILENT", "Sample" }, result);
+
+    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 3" });
+    EXPECT_TRUE (result.success);
+}
+
+TEST (UninstallStep, NeverMakesAFailureASuccess)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller stub (folder, "uninstall");
+    SampleRegistry registry;
+    registry.add ({ "Sample", terminated (u"Sample product"), terminated (stub.getPath()) });
+
+    CleanResult result;
+    result.success = false;
+    runUninstallStep ({ "Sample product", "/SILENT", "Sample" }, result);
+
+    EXPECT_EQ (stub.getNotes().size(), 1u);
+    EXPECT_FALSE (result.success);
+}
+
+TEST (UninstallStep, LeavesTheCountersAlone)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller stub (folder, "uninstall");
+    SampleRegistry registry;
+    registry.add ({ "Sample", terminated (u"Sample product"), terminated (stub.getPath()) });
+
+    CleanResult result;
+    result.directoriesRemoved = 5;
+    result.filesRemoved = 7;
+    runUninstallStep ({ "Sample product", "/SILENT", "Sample" }, result);
+
+    EXPECT_EQ (result.directoriesRemoved, 5);
+    EXPECT_EQ (result.filesRemoved, 7);
+}
+
+TEST (OrvexStudioUninstall, RunsTheTwoUninstallersOneBehindTheOther)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller studio (folder, "studio", { "exit 2" });
+    StubUninstaller version (folder, "version", { "exit 1" });
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
+    registry.add ({ "Sample 2", terminated (u"Orvex version 4"), terminated (version.getPath()) });
+
+    CleanResult result;
+    preClean<OrvexStudioCleaner> (result);
+
+    EXPECT_EQ (studio.getNotes(), (Lines { (studio.getPath().quoted() + " /SILENT").toStdString(), "done" }));
+    EXPECT_EQ (version.getNotes(), (Lines { (version.getPath().quoted() + " /SILENT").toStdString(), "done" }));
+    EXPECT_EQ (logger.lines, (Lines { "Info: Uninstaller exit code: 1", "Info: Uninstaller exit code: 2" }));
+    EXPECT_TRUE (result.success);
+}
+
+TEST (OrvexStudioUninstall, RunsTheSecondUninstallerAloneWhenTheFirstIsNotRegistered)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller studio (folder, "studio", { "exit 2" });
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
+
+    CleanResult result;
+    preClean<OrvexStudioCleaner> (result);
+
+    EXPECT_EQ (studio.getNotes(), (Lines { (studio.getPath().quoted() + " /SILENT").toStdString(), "done" }));
+    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 2" });
+    EXPECT_TRUE (result.success);
+}
+
+TEST (OrvexStudioUninstall, RunsAnUninstallerTwiceWhoseNameHasBothFragments)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller stub (folder, "uninstall");
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio, Orvex version 4"), terminated (stub.getPath()) });
+
+    CleanResult result;
+    preClean<OrvexStudioCleaner> (result);
+
+    EXPECT_EQ (stub.getNotes(),
+               (Lines { (stub.getPath().quoted() + " /SILENT").toStdString(),
+                        (stub.getPath().quoted() + " /SILENT").toStdString() }));
+    EXPECT_EQ (logger.lines, (Lines { "Info: Uninstaller exit code: 0", "Info: Uninstaller exit code: 0" }));
+    EXPECT_TRUE (result.success);
+}
+
+TEST (OrvexStudioUninstall, SaysNothingWhenNothingIsRegistered)
+{
+    RecordingLogger logger;
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex Product Manager"), terminated (u"C:\\missing.exe") });
+
+    CleanResult result;
+    preClean<OrvexStudioCleaner> (result);
+
+    EXPECT_EQ (logger.lines, Lines {});
+    EXPECT_TRUE (result.success);
+}
+
+TEST (OrvexStudioUninstall, GoesOnWithTheSecondUninstallerWhileTheFirstStillRuns)
+{
+    const auto onWindows = (juce::SystemStats::getOperatingSystemType() & juce::SystemStats::Windows) != 0;
+    const std::string codeOfRunningProgram = onWindows ? "259" : "0";
+
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller version (folder, "version", { "sleep 22000" });
+    StubUninstaller studio (folder, "studio", { "exit 2" });
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
+    registry.add ({ "Sample 2", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
+
+    CleanResult result;
+    preClean<OrvexStudioCleaner> (result);
+
+    EXPECT_EQ (version.getNotes().size(), 1u) << "the first has ended already";
+    EXPECT_EQ (studio.getNotes().size(), 2u);
+    EXPECT_EQ (logger.lines,
+               (Lines { "Warning: Cleaner failed to launch the uninstaller.",
+                        "Info: Uninstaller exit code: " + codeOfRunningProgram,
+                        "Info: Existing Orvex software installation detected.",
+                        "Info: Please first uninstall this software using Add/Remove Programs.",
+                        "Info: You can also run the uninstaller directly: " + version.getPath().toStdString(),
+                        "Info: You can re-run this cleaner after Orvex has been uninstalled to clean up any final "
+                        "files.",
+                        "Info: Uninstaller exit code: 2" }));
+    EXPECT_FALSE (result.success);
+
+    version.waitForNotes (2);
+    EXPECT_EQ (version.getNotes().back(), "done");
+}
+
+TEST (ProductManagerUninstall, RunsTheOneUninstallerOfTheProduct)
+{
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller other (folder, "other");
+    StubUninstaller manager (folder, "manager", { "exit 4" });
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (other.getPath()) });
+    registry.add ({ "Sample 2", terminated (u"Orvex version 4"), terminated (other.getPath()) });
+    registry.add ({ "Sample 3", terminated (u"Orvex Product Manager 2"), terminated (manager.getPath()) });
+
+    CleanResult result;
+    preClean<ProductManagerCleaner> (result);
+
+    EXPECT_EQ (other.getNotes(), Lines {});
+    EXPECT_EQ (manager.getNotes(), (Lines { (manager.getPath().quoted() + " /SILENT").toStdString(), "done" }));
+    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 4" });
+    EXPECT_TRUE (result.success);
+}
