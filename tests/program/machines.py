@@ -19,6 +19,8 @@ BUILD = TOP / "build"
 WINE_PREFIX = BUILD / "test-windows"
 UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
 
+CLOSED = object()  # the standard input of a program that is started without one
+
 STAMP = re.compile(r"\[(?:0|1?[1-9]|10|2[0-3]):[0-5]\d:[0-5]\d:(?:0|[1-9]\d{0,2})\](?=\[)")
 START = re.compile(
     r"(?<=Log started: )(?:[1-9]|[12]\d|3[01]) (?:Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) \d{4} "
@@ -49,7 +51,10 @@ class Machine:
     program_files: Path
     user_data: Path
     desktop: Path
-    downloads: Path  # where the program lies, and its working folder
+    downloads: Path
+    program: Path  # the program's own file
+    working_folder: Path
+    log_file: Path  # where the log file is expected
     kept_by_system: list[Path]  # what the system itself may change below the locations
 
     def __init__(self, scratch: Path):
@@ -58,10 +63,6 @@ class Machine:
     @property
     def vst3(self) -> Path:
         return self.program_files / "Common Files" / "VST3"
-
-    @property
-    def log_file(self) -> Path:
-        return self.desktop / "OrvexCleaner.log"
 
     def tree(self) -> set[Path]:
         """All that lies below the locations of products."""
@@ -73,7 +74,7 @@ class Machine:
         """The path as the program writes it."""
         raise NotImplementedError
 
-    def command(self, arguments: tuple[str, ...], elevated: bool) -> list[str]:
+    def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
         raise NotImplementedError
 
     def environment(self) -> dict[str, str]:
@@ -91,12 +92,12 @@ class Machine:
         # Files and no pipes: what the program starts may outlive it and keep them open.
         with open(self.scratch / "console", "wb") as console, open(self.scratch / "errors", "wb") as errors:
             return subprocess.Popen(
-                self.command(arguments, elevated),
-                stdin=stdin,
+                self.command(arguments, elevated, stdin is not CLOSED),
+                stdin=subprocess.DEVNULL if stdin is CLOSED else stdin,
                 stdout=console,
                 stderr=errors,
                 env=self.environment(),
-                cwd=self.downloads,
+                cwd=self.working_folder,
             )
 
     def outcome(self, process: subprocess.Popen, timeout: float = 120) -> Run:
@@ -117,11 +118,14 @@ class Machine:
 
     def run(self, *arguments: str, answers: str | bytes = b"", elevated: bool = True) -> Run:
         """Runs the program with these answers as its whole standard input."""
+        with self.input(answers) as stdin:
+            return self.outcome(self.start(*arguments, elevated=elevated, stdin=stdin))
+
+    def input(self, answers: str | bytes):
+        """A file of answers, open for reading."""
         given = self.scratch / "answers"
         given.write_bytes(answers.encode() if isinstance(answers, str) else answers)
-
-        with open(given, "rb") as stdin:
-            return self.outcome(self.start(*arguments, elevated=elevated, stdin=stdin))
+        return open(given, "rb")
 
     def console(self) -> str:
         """What the program has written to its standard output so far."""
@@ -153,6 +157,9 @@ class Windows(Machine):
         self.user_data = self.home / "AppData" / "Roaming"
         self.desktop = self.home / "Desktop"
         self.downloads = self.home / "Downloads"
+        self.program = self.downloads / "OrvexCleaner.exe"
+        self.working_folder = self.downloads
+        self.log_file = self.desktop / "OrvexCleaner.log"
         self.kept_by_system = [self.shared_data / "Microsoft", self.user_data / "Microsoft"]
         self.clean()
 
@@ -183,7 +190,7 @@ class Windows(Machine):
         remove_all(self.c, keep=["Program Files", "Program Files (x86)", "ProgramData", "users", "windows"])
 
         tools = BUILD / "windows" / "tests"
-        shutil.copy(BUILD / "windows" / "OrvexCleaner.exe", self.downloads)
+        shutil.copy(BUILD / "windows" / "OrvexCleaner.exe", self.program)
         shutil.copytree(tools, self.c / "tools", ignore=lambda folder, names: [n for n in names if ".exe" not in n])
 
         if Windows.has_uninstall_entries:
@@ -239,13 +246,24 @@ class Windows(Machine):
     def environment(self) -> dict[str, str]:
         return wine_environment()
 
-    def command(self, arguments: tuple[str, ...], elevated: bool) -> list[str]:
-        runner = [] if elevated else ["C:\\tools\\RunUnelevated.exe"]
-        return ["wine", *runner, self.shown(self.downloads / "OrvexCleaner.exe"), *arguments]
+    def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
+        runners = [] if elevated else ["C:\\tools\\RunUnelevated.exe"]
+        runners += [] if has_input else ["C:\\tools\\RunWithoutInput.exe"]
+        return ["wine", *runners, self.shown(self.program), *arguments]
 
     def tool(self, name: str, *arguments: str, **options) -> subprocess.Popen:
         """Starts one of the tests' small programs, or one of Windows' own."""
         return subprocess.Popen(["wine", name, *arguments], env=wine_environment(), cwd=self.c, **options)
+
+    @contextmanager
+    def held_open(self, file: Path):
+        """Keeps a file open in another process, which shares it with nobody."""
+        pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE}
+
+        with self.tool("C:\\tools\\HoldOpen.exe", self.shown(file), **pipes) as holder:
+            assert holder.stdout.readline() == b"open\r\n"
+            yield
+            holder.stdin.close()
 
     def explorers(self) -> dict[int, str]:
         """The folders that Explorers of this Windows show, by process id."""
@@ -254,7 +272,7 @@ class Windows(Machine):
         for process in Path("/proc").glob("[0-9]*"):
             try:
                 _, _, folder = (process / "cmdline").read_bytes().partition(b"explorer.exe\0")
-                if folder.startswith(b"C:") and f"WINEPREFIX={WINE_PREFIX}\0".encode() in (process / "environ").read_bytes():
+                if folder[1:2] == b":" and f"WINEPREFIX={WINE_PREFIX}\0".encode() in (process / "environ").read_bytes():
                     shown[int(process.name)] = folder.rstrip(b"\0").decode()
             except OSError:
                 pass  # it has ended meanwhile
@@ -283,6 +301,9 @@ class Linux(Machine):
         self.user_data = self.root / "home/user/.config"
         self.desktop = self.root / "home/user/Desktop"
         self.downloads = self.root / "home/user"
+        self.program = self.downloads / "OrvexCleaner"
+        self.working_folder = self.downloads
+        self.log_file = self.desktop / "OrvexCleaner.log"
         self.kept_by_system = [self.program_files / "lib", self.program_files / "lib64"]
 
         for folder in (self.shared_data, self.program_files, self.user_data, self.desktop):
@@ -299,14 +320,14 @@ class Linux(Machine):
     def environment(self) -> dict[str, str]:
         return dict(os.environ)
 
-    def command(self, arguments: tuple[str, ...], elevated: bool) -> list[str]:
+    def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
         return [
             "env", f"ISOLATED_UID={0 if elevated else 1000}",
             str(TOP / "tests" / "isolated"), str(self.root),
             "--ro-bind", "/usr/bin/dash", "/bin/sh",
-            "--ro-bind", str(BUILD / self.preset / "OrvexCleaner"), "/home/user/OrvexCleaner",
+            "--ro-bind", str(BUILD / self.preset / "OrvexCleaner"), self.shown(self.program),
             *self.options,
-            "--", "/home/user/OrvexCleaner", *arguments,
+            "--", *([] if has_input else ["/bin/sh", "-c", 'exec "$@" <&-', "sh"]), self.shown(self.program), *arguments,
         ]  # fmt: skip
 
     def shown_folders(self) -> list[str]:
@@ -336,6 +357,11 @@ def without_line_ends(content: bytes, newline: bytes) -> str:
     wrong = content.replace(newline, b"")
     assert b"\n" not in wrong and b"\r" not in wrong, content
     return content.replace(newline, b"\n").decode()
+
+
+def contents_of(folder: Path) -> list[str]:
+    """All that lies in a folder, at any depth, by its path within it."""
+    return sorted(str(path.relative_to(folder)) for path in folder.rglob("*"))
 
 
 def remove_all(folder: Path, keep: list[str] = []) -> None:
