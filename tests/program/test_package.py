@@ -1,0 +1,233 @@
+"""scripts/package, run in fresh clones of the last commit."""
+
+import hashlib
+import os
+import re
+import subprocess
+import zipfile
+from pathlib import Path
+
+import pytest
+
+from machines import TOP
+
+PACKAGE = "OrvexCleaner-1.0.1-windows-x64.zip"
+CONTENTS = ["OrvexCleaner.exe", "guide.txt", "third-party-notices.txt", "SHA256SUMS"]
+
+
+def clone(folder: Path) -> Path:
+    subprocess.run(["git", "clone", "--quiet", TOP, folder], check=True)
+    return folder
+
+
+def package(sources: Path, *options, password: str | None = None) -> subprocess.CompletedProcess:
+    """Runs scripts/package without a terminal."""
+    environment = {name: value for name, value in os.environ.items() if name != "ORVEX_SIGN_PASSWORD"}
+
+    if password is not None:
+        environment["ORVEX_SIGN_PASSWORD"] = password
+
+    command = [sources / "scripts" / "package", *options]
+    return subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True)
+
+
+@pytest.fixture(scope="module")
+def sources(tmp_path_factory):
+    """A fresh clone in which the package was made."""
+    folder = clone(tmp_path_factory.mktemp("package") / "clone")
+    run = package(folder)
+    assert run.returncode == 0, run.stderr
+    return folder
+
+
+@pytest.fixture
+def certificate(tmp_path):
+    """A throwaway certificate with its key, under the password "secret"."""
+    key, public, file = tmp_path / "key.pem", tmp_path / "certificate.pem", tmp_path / "certificate.p12"
+    make = ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=Throwaway"]
+    use = ["-addext", "extendedKeyUsage=codeSigning", "-keyout", key, "-out", public]
+    join = ["openssl", "pkcs12", "-export", "-inkey", key, "-in", public, "-out", file, "-passout", "pass:secret"]
+    subprocess.run([*make, *use], check=True, capture_output=True)
+    subprocess.run(join, check=True, capture_output=True)
+    return file
+
+
+def test_makes_the_same_bytes_in_any_folder_at_any_time(sources, tmp_path):
+    elsewhere = clone(tmp_path / "a folder with blanks" / "and one below" / "Orvex Cleaner")
+
+    run = package(elsewhere)
+
+    assert run.returncode == 0, run.stderr
+    assert (elsewhere / "dist" / PACKAGE).read_bytes() == (sources / "dist" / PACKAGE).read_bytes()
+
+
+def test_says_what_it_is_doing(sources, tmp_path):
+    run = package(sources, "--output", tmp_path)
+
+    assert run.stderr == f"""\
+Building the program for Windows
+Packing {PACKAGE}
+Made {tmp_path / PACKAGE}
+"""
+    assert run.stdout == ""
+
+
+def test_packs_the_executable_the_guide_the_notices_and_their_sums(sources):
+    commit_time = subprocess.run(["git", "log", "-1", "--format=%cd", "--date=format-local:%Y %m %d %H %M %S"],
+                                 cwd=sources, env=os.environ | {"TZ": "UTC"}, check=True, capture_output=True)  # fmt: skip
+    *minute, second = map(int, commit_time.stdout.split())
+
+    with zipfile.ZipFile(sources / "dist" / PACKAGE) as archive:
+        entries = archive.infolist()
+        content = {entry.filename: archive.read(entry) for entry in entries}
+
+    assert list(content) == CONTENTS
+    assert {entry.date_time for entry in entries} == {(*minute, second // 2 * 2)}  # a zip counts two seconds at a time
+    assert {(oct(entry.external_attr >> 16), entry.extra) for entry in entries} == {("0o100644", b"")}
+    assert content["OrvexCleaner.exe"] == (sources / "build" / "package" / "OrvexCleaner.exe").read_bytes()
+    assert content["guide.txt"] == with_windows_line_ends(sources / "docs" / "guide.md")
+    assert content["third-party-notices.txt"] == with_windows_line_ends(sources / "docs" / "third-party-notices.txt")
+    assert content["SHA256SUMS"].decode() == "".join(
+        f"{hashlib.sha256(content[name]).hexdigest()}  {name}\n" for name in CONTENTS[:3]
+    )
+
+
+def test_packs_the_program_that_all_other_tests_run(sources, windows_executable):
+    if subprocess.run(["git", "status", "--porcelain"], cwd=TOP, check=True, capture_output=True).stdout:
+        pytest.skip("the other tests run a program that is not the committed one")
+
+    with zipfile.ZipFile(sources / "dist" / PACKAGE) as archive:
+        assert archive.read("OrvexCleaner.exe") == windows_executable.read_bytes()
+
+
+def test_gives_the_licences_of_what_is_linked_in_word_for_word():
+    documents = Path("/usr/share/doc")
+    headers = Path("/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++")
+    originals = " ".join(words(file.read_text()) for file in (
+        Path("/usr/share/juce/modules/juce_core/juce_core.h"),
+        documents / "libz-mingw-w64-dev" / "copyright",
+        documents / "gcc-mingw-w64-base" / "copyright",
+        headers / "bits" / "stl_algo.h",
+        documents / "mingw-w64-common" / "copyright",
+    ))  # fmt: skip
+
+    notices = (TOP / "docs" / "third-party-notices.txt").read_text()
+    quoted = re.findall(r"^    .+\n(?:    .+\n)*", notices, re.MULTILINE)
+
+    assert re.findall(r"^(.+)\n-+\n", notices, re.MULTILINE) == [
+        "JUCE, the module juce_core",
+        "zlib",
+        "The runtime libraries of GCC: libgcc and libstdc++",
+        "The runtime of mingw-w64",
+        "winpthreads, the threads of mingw-w64",
+    ]
+    assert [q for q in quoted if not q.startswith("    Copyright") and words(q) not in originals] == []
+
+
+def test_signs_the_executable(sources, certificate, tmp_path):
+    run = package(sources, "--sign", certificate, "--output", tmp_path / "signed", password="secret")
+
+    assert run.returncode == 0, run.stderr
+    assert run.stderr == f"""\
+Building the program for Windows
+Signing OrvexCleaner.exe
+Packing {PACKAGE}
+Made {tmp_path / "signed" / PACKAGE}
+"""
+    with zipfile.ZipFile(tmp_path / "signed" / PACKAGE) as archive:
+        archive.extractall(tmp_path)
+        assert archive.namelist() == CONTENTS
+
+    verify = ["osslsigncode", "verify", "-CAfile", certificate.with_suffix(".pem"), tmp_path / "OrvexCleaner.exe"]
+    verified = subprocess.run(verify, capture_output=True, text=True)
+    assert "Signature verification: ok" in verified.stdout
+    assert "Subject: /CN=Throwaway" in verified.stdout
+    assert verified.returncode == 0
+    subprocess.run(["sha256sum", "--check", "--strict", "--quiet", "SHA256SUMS"], cwd=tmp_path, check=True)
+
+
+def test_makes_no_package_without_the_certificate(sources, tmp_path):
+    run = package(sources, "--sign", tmp_path / "missing.p12", "--output", tmp_path / "signed", password="secret")
+
+    assert run.stderr == f"""\
+scripts/package: there is no certificate to read in {tmp_path / "missing.p12"}
+No package was made.
+"""
+    assert run.returncode == 1
+    assert not (tmp_path / "signed").exists()
+
+
+def test_makes_no_package_with_a_wrong_password(sources, certificate, tmp_path):
+    run = package(sources, "--sign", certificate, "--output", tmp_path / "signed", password="guessed")
+
+    assert run.stderr.endswith(f"""\
+scripts/package: the password does not open {certificate}, or it is no PKCS#12 file
+No package was made.
+""")
+    assert run.returncode == 1
+    assert not (tmp_path / "signed").exists()
+
+
+def test_asks_no_password_where_there_is_no_terminal(sources, certificate, tmp_path):
+    run = package(sources, "--sign", certificate, "--output", tmp_path / "signed")
+
+    assert run.stderr == """\
+scripts/package: there is no terminal to ask for the certificate's password: set ORVEX_SIGN_PASSWORD
+No package was made.
+"""
+    assert run.returncode == 1
+    assert not (tmp_path / "signed").exists()
+
+
+def test_makes_no_package_if_the_time_cannot_be_confirmed(sources, certificate, tmp_path):
+    nobody = "http://127.0.0.1:9/"
+
+    run = package(sources, "--sign", certificate, "--timestamp", nobody, "--output", tmp_path / "signed", password="secret")  # fmt: skip
+
+    assert run.stderr.endswith("""\
+scripts/package: OrvexCleaner.exe cannot be signed
+No package was made.
+""")
+    assert run.returncode == 1
+    assert not (tmp_path / "signed").exists()
+
+
+def test_makes_no_package_of_what_is_not_committed(tmp_path):
+    changed = clone(tmp_path / "clone")
+    (changed / "CMakeLists.txt").write_text("changed")
+    (changed / "notes.txt").write_text("new")
+
+    run = package(changed)
+
+    assert run.stderr == """\
+scripts/package: these files are not as they are committed, and a package is made of a commit:
+ M CMakeLists.txt
+?? notes.txt
+No package was made.
+"""
+    assert run.returncode == 1
+    assert not (changed / "dist").exists()
+
+
+def test_refuses_options_that_it_does_not_know(sources):
+    run = package(sources, "--singn")
+
+    assert run.stderr.startswith("scripts/package: there is no option '--singn'\nUsage: scripts/package ")
+    assert run.returncode == 2
+
+
+def test_tells_how_it_is_used(sources):
+    run = package(sources, "--help")
+
+    assert run.stdout.startswith("Usage: scripts/package [--output FOLDER] [--sign FILE [--timestamp URL]]\n")
+    assert run.stderr == ""
+    assert run.returncode == 0
+
+
+def with_windows_line_ends(file: Path) -> bytes:
+    return file.read_bytes().replace(b"\n", b"\r\n")
+
+
+def words(text: str) -> str:
+    """The text without its layout: line ends, indentation, and the signs of comments and of empty lines."""
+    return " ".join(word for word in text.split() if word not in {"//", "*", "/*", "*/", "."})
