@@ -3,11 +3,14 @@
 #include "Commands.h"
 #include "Elevation.h"
 #include "ShortOptions.h"
+#include "StandardInput.h"
 
 using namespace TessaraWorks;
 
 int main (int argc, char* argv[])
 {
+    provideStandardInput();
+
     const auto versionText = juce::String (applicationName) + " " + applicationVersion + " build " + buildTag;
 
     consoleApplication.addHelpCommand ("--help|-h", "Usage:", true);
