@@ -5,7 +5,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, eq=False)
 class Product:
     name: str
     target: str | None  # the value of --clean; None if only the sequence over all products offers it
