@@ -1,0 +1,219 @@
+"""What counts as an answer, and what becomes of the input's end."""
+
+import subprocess
+
+import pytest
+
+from machines import CLOSED, wait_for
+from texts import BANNER, LOG_BANNER
+
+QUESTION = """\
+[time][Info] Target: Content
+[time][Info] Remove all Velantone content & playlist files?
+"""
+
+NOTHING_TO_REMOVE = """\
+[time][Info] Cleaning: Velantone Content
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 0
+[time][Info] Velantone Content was successfully removed.
+"""
+
+CANCELLED = """\
+[time][Info] Cleaning cancelled by the user.
+"""
+
+
+def ending(machine) -> str:
+    return f"""\
+Cleaning finished successfully.
+Log file written to: {machine.shown(machine.log_file)}
+Press enter to exit
+"""
+
+
+@pytest.mark.parametrize(
+    "answers",
+    [
+        pytest.param(b"y\n\n", id="y"),
+        pytest.param(b"Y\n\n", id="Y"),
+        pytest.param(b"\n\n", id="empty line"),
+        pytest.param(b"", id="no input"),
+        pytest.param(b"y", id="y at the end of the input"),
+        pytest.param(b"Y", id="Y at the end of the input"),
+        pytest.param(b"\0\0\0", id="only NUL"),
+    ],
+)
+def test_takes_for_a_yes(machine, answers):
+    run = machine.run("--clean=Content", answers=answers)
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + NOTHING_TO_REMOVE + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + NOTHING_TO_REMOVE
+
+
+@pytest.mark.parametrize(
+    "answers",
+    [
+        pytest.param(b"n\n\n", id="n"),
+        pytest.param(b"N\n\n", id="N"),
+        pytest.param(b"n", id="n at the end of the input"),
+    ],
+)
+def test_takes_for_a_no(machine, answers):
+    content = machine.shared_data / "TessaraWorks" / "Content"
+    content.mkdir(parents=True)
+
+    run = machine.run("--clean=Content", answers=answers)
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + CANCELLED + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+    assert run.revealed == [machine.shown(machine.desktop)]
+    assert content.is_dir()
+
+
+OTHER_LINES = [
+    "yes",
+    "no",
+    "YES",
+    "No",
+    " y",
+    "y ",
+    " n",
+    "n ",
+    " ",
+    "\t",
+    "y\t",
+    "\tn",
+    "yy",
+    "nn",
+    "y.",
+    "Y/n",
+    "1",
+    "Ж",
+    "Ÿ",
+    "ÿ",
+    "ñ",
+    "ｙ",
+    "Ｎ",
+    "はい",
+    "👍",
+]
+
+
+@pytest.mark.parametrize("line", OTHER_LINES)
+def test_asks_again_after(linux, line):
+    run = linux.run("--clean=Content", answers=f"{line}\nn\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? Y/n? " + CANCELLED + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+
+
+def test_asks_again_until_there_is_an_answer(machine):
+    run = machine.run("--clean=Content", answers="".join(f"{line}\n" for line in OTHER_LINES) + "n\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? " * (len(OTHER_LINES) + 1) + CANCELLED + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+
+
+def test_reads_an_answer_of_any_length(machine):
+    run = machine.run("--clean=Content", answers="y" * 100_000 + "\nn\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? Y/n? " + CANCELLED + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+
+
+def test_takes_cr_lf_for_a_line_end_on_windows(windows):
+    run = windows.run("--clean=Content", answers="y \r\nn\r\n\r\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? Y/n? " + CANCELLED + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+
+
+@pytest.mark.parametrize("line", ["y\r", "n\r", "\r"])
+def test_takes_cr_for_a_part_of_the_answer_on_linux(linux, line):
+    run = linux.run("--clean=Content", answers=f"{line}\nn\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? Y/n? " + CANCELLED + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+
+
+def test_takes_the_end_of_the_input_for_a_yes_after_a_finished_line_that_is_no_answer(machine):
+    run = machine.run("--clean=Content", answers="maybe\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? Y/n? " + NOTHING_TO_REMOVE + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + NOTHING_TO_REMOVE
+
+
+@pytest.mark.parametrize("answers", ["maybe", "y ", "no\nЖ"])
+def test_asks_without_end_after_an_unfinished_line_that_is_no_answer(machine, answers):
+    content = machine.shared_data / "TessaraWorks" / "Content"
+    content.mkdir(parents=True)
+
+    with machine.input(answers) as stdin:
+        process = machine.start("--clean=Content", stdin=stdin)
+
+    try:
+        has_asked_often = wait_for(lambda: machine.console().count("Y/n? ") > 1000)
+        still_runs = process.poll() is None
+    finally:
+        process.kill()
+        process.wait()
+
+    assert has_asked_often
+    assert still_runs
+    assert machine.console().replace("Y/n? ", "") == BANNER + QUESTION
+    assert machine.log() == LOG_BANNER + QUESTION
+    assert content.is_dir()
+
+
+def test_takes_a_closed_input_for_a_yes(machine):
+    run = machine.outcome(machine.start("--clean=Content", stdin=CLOSED))
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + NOTHING_TO_REMOVE + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + NOTHING_TO_REMOVE
+    assert run.revealed == [machine.shown(machine.desktop)]
+
+
+def test_shows_the_prompt_before_it_reads_and_waits_for_enter_at_the_end(machine):
+    with machine.start("--clean=Content", stdin=subprocess.PIPE) as process:
+        wait_for(lambda: machine.console().endswith("? "))
+        console_at_the_prompt = machine.console()
+
+        process.stdin.write(b"n\n")
+        process.stdin.flush()
+        wait_for(lambda: machine.console().endswith("exit\n"))
+        console_at_the_end = machine.console()
+        revealed_at_the_end = wait_for(machine.shown_folders, seconds=0.5)
+        still_runs = process.poll() is None
+
+        process.stdin.write(b"any text\n")
+        process.stdin.flush()
+        run = machine.outcome(process)
+
+    assert console_at_the_prompt == BANNER + QUESTION + "Y/n? "
+    assert console_at_the_end == BANNER + QUESTION + "Y/n? " + CANCELLED + ending(machine)
+    assert revealed_at_the_end == []
+    assert still_runs
+    assert run.console == console_at_the_end
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+    assert run.revealed == [machine.shown(machine.desktop)]
