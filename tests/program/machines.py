@@ -263,7 +263,6 @@ class Windows(Machine):
         with self.tool("C:\\tools\\HoldOpen.exe", self.shown(file), **pipes) as holder:
             assert holder.stdout.readline() == b"open\r\n"
             yield
-            holder.stdin.close()
 
     def explorers(self) -> dict[int, str]:
         """The folders that Explorers of this Windows show, by process id."""
