@@ -3,12 +3,12 @@
 import pytest
 
 
-@pytest.mark.parametrize("arguments", [[], ["--clean=Content"], ["--help"], ["--version"], ["--clean=wrong"], ["unknown"]])
+@pytest.mark.parametrize("arguments", ["", "--clean=Content", "--help", "--version", "--clean=wrong", "unknown"])
 def test_refuses_everything_without_administrator_rights(machine, arguments):
     content = machine.shared_data / "TessaraWorks" / "Content"
     content.mkdir(parents=True)
 
-    run = machine.run(*arguments, answers="y\ny\ny\ny\ny\n\n", elevated=False)
+    run = machine.run(*arguments.split(), answers="y\ny\ny\ny\ny\n\n", elevated=False)
 
     assert run.console == (
         "[time][Critical] This application must be run with Administrator privileges. Aborting...\n"
