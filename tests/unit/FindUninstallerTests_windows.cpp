@@ -7,6 +7,8 @@
 
 #include <windows.h>
 
+#include <stdexcept>
+
 using namespace TessaraWorks;
 using Lines = std::vector<std::string>;
 
@@ -50,36 +52,49 @@ private:
     HKEY key = nullptr;
 };
 
-/** While it lives, the uninstall key is another one: none at first. What was there comes back. */
-class UninstallKeyOfTest
+/** While it lives, the uninstall key is not there. It comes back with all it held. */
+class NoUninstallKey
 {
 public:
-    UninstallKeyOfTest()
+    NoUninstallKey() { remove (rootPath); }
+
+    ~NoUninstallKey()
     {
-        copy (rootPath, aside);
-        RegDeleteTreeW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer());
+        remove (rootPath);
+
+        if (copy (aside, rootPath) == ERROR_SUCCESS)
+            remove (aside);
+        else
+            ADD_FAILURE() << "The uninstall entries of this machine are still in " << aside;
     }
 
-    ~UninstallKeyOfTest()
-    {
-        RegDeleteTreeW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer());
-        copy (aside, rootPath);
-        RegDeleteTreeW (HKEY_LOCAL_MACHINE, aside.toWideCharPointer());
-    }
-
-    UninstallKeyOfTest (const UninstallKeyOfTest&) = delete;
-    UninstallKeyOfTest& operator= (const UninstallKeyOfTest&) = delete;
+    NoUninstallKey (const NoUninstallKey&) = delete;
+    NoUninstallKey& operator= (const NoUninstallKey&) = delete;
 
 private:
-    static void copy (const juce::String& from, const juce::String& to)
+    static LSTATUS copy (const juce::String& from, const juce::String& to)
     {
         HKEY key = nullptr;
         RegCreateKeyW (HKEY_LOCAL_MACHINE, to.toWideCharPointer(), &key);
-        EXPECT_EQ (RegCopyTreeW (HKEY_LOCAL_MACHINE, from.toWideCharPointer(), key), ERROR_SUCCESS);
+        const auto result = RegCopyTreeW (HKEY_LOCAL_MACHINE, from.toWideCharPointer(), key);
         RegCloseKey (key);
+        return result;
     }
 
-    const juce::String aside = rootPath + " put aside by the tests of Orvex Cleaner";
+    static void remove (const juce::String& path) { RegDeleteTreeW (HKEY_LOCAL_MACHINE, path.toWideCharPointer()); }
+
+    /** Throws, and so ends the test, before anything of the machine could be lost. */
+    static juce::String copyAside()
+    {
+        const auto path = rootPath + " put aside by the tests of Orvex Cleaner";
+
+        if (copy (rootPath, path) != ERROR_SUCCESS)
+            throw std::runtime_error ("The uninstall entries of this machine cannot be copied");
+
+        return path;
+    }
+
+    const juce::String aside = copyAside();
 };
 
 TEST (FindUninstallerInRegistry, TakesTheMatchThatTheRegistryEnumeratesFirst)
@@ -110,7 +125,7 @@ TEST (FindUninstallerInRegistry, TakesTheMatchThatTheRegistryEnumeratesFirst)
 TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
 {
     RecordingLogger logger;
-    UninstallKeyOfTest noKey;
+    NoUninstallKey noKey;
 
     juce::String path ("left by the caller");
 
@@ -124,7 +139,7 @@ TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
 TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameEvenIfThatIsEmpty)
 {
     RecordingLogger logger;
-    UninstallKeyOfTest rootKey;
+    NoUninstallKey noOtherEntries;
     const SampleKey root (HKEY_LOCAL_MACHINE, rootPath);
     SampleRegistry registry;
     registry.add ({ "Sample 1", {}, terminated (u"nameless") });

@@ -167,7 +167,7 @@ TEST (OrvexStudioUninstall, GoesOnWithTheSecondUninstallerWhileTheFirstStillRuns
 
     RecordingLogger logger;
     TemporaryFolder folder;
-    StubUninstaller version (folder, "version", { "sleep 22000" });
+    StubUninstaller version (folder, "version", { "sleep 24000" });
     StubUninstaller studio (folder, "studio", { "exit 2" });
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
