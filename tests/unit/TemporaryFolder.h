@@ -1,28 +1,23 @@
 #pragma once
 
-#include <juce_core/juce_core.h>
+#include "Protection.h"
 
 /** A new, empty folder that goes with all it holds when this object does. */
-class TemporaryFolder : public juce::File
+class TemporaryFolder
 {
 public:
-    TemporaryFolder()
-        : juce::File (getSpecialLocation (tempDirectory).getNonexistentChildFile ("orvex-tests", {}))
-    {
-        createDirectory();
-    }
-
-    ~TemporaryFolder()
-    {
-        for (const auto& child : findChildFiles (findFilesAndDirectories, true))
-            child.setReadOnly (false);
-
-        setReadOnly (false, true);
-        deleteRecursively();
-    }
+    TemporaryFolder() { folder.createDirectory(); }
+    ~TemporaryFolder() { deleteEvenIfProtected (folder); }
 
     TemporaryFolder (const TemporaryFolder&) = delete;
     TemporaryFolder& operator= (const TemporaryFolder&) = delete;
+
+    operator const juce::File&() const { return folder; }
+
+    juce::String getFullPathName() const { return folder.getFullPathName(); }
+
+    /** Returns a path below the folder, with nothing there yet. */
+    juce::File getChildFile (const juce::String& relativePath) const { return folder.getChildFile (relativePath); }
 
     /** Makes a small file below the folder, and the folders that it lies in. */
     juce::File makeFile (const juce::String& relativePath) const
@@ -36,8 +31,20 @@ public:
     /** Makes a folder below the folder. */
     juce::File makeFolder (const juce::String& relativePath) const
     {
-        const auto folder = getChildFile (relativePath);
-        folder.createDirectory();
-        return folder;
+        const auto made = getChildFile (relativePath);
+        made.createDirectory();
+        return made;
     }
+
+    /** Makes a file below the folder that cannot be deleted, alone in a folder of its own. */
+    juce::File makeUndeletableFile (const juce::String& relativePath) const
+    {
+        const auto file = makeFile (relativePath);
+        protectFromDeletion (file);
+        return file;
+    }
+
+private:
+    const juce::File folder = juce::File::getSpecialLocation (juce::File::tempDirectory)
+                                  .getNonexistentChildFile ("orvex-tests", {});
 };
