@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Protection.h"
+
+#include <gtest/gtest.h>
+
+#include <juce_core/juce_core.h>
+
+/** A test that lets the program delete at the machine's real locations. Refuses to run unless the
+    environment says that nothing on this machine is worth keeping.
+*/
+class DisposableMachine : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (juce::SystemStats::getEnvironmentVariable ("ORVEX_MAY_CLEAN_THIS_MACHINE", {}) != "yes")
+            FAIL() << "This test deletes below " << programFiles.getFullPathName() << ", "
+                   << sharedData.getFullPathName() << " and " << userData.getFullPathName() << ". On Linux, run it "
+                   << "inside of tests/isolated. In a Wine prefix made for tests, set "
+                   << "ORVEX_MAY_CLEAN_THIS_MACHINE=yes.";
+    }
+
+    ~DisposableMachine() override
+    {
+        for (const auto& file : made)
+            deleteEvenIfProtected (file);
+    }
+
+    /** Makes a folder that holds a file, until the test is over. */
+    juce::File makeFolder (const juce::File& folder)
+    {
+        makeFile (folder.getChildFile ("file"));
+        return folder;
+    }
+
+    /** Makes a small file and the folders around it, until the test is over. */
+    juce::File makeFile (const juce::File& file)
+    {
+        auto topmost = file;
+
+        while (! topmost.getParentDirectory().exists())
+            topmost = topmost.getParentDirectory();
+
+        made.insert (0, topmost);
+        file.create();
+        file.appendText ("contents");
+        return file;
+    }
+
+    /** Makes a folder that cannot be deleted, until the test is over. */
+    juce::File makeUndeletableFolder (const juce::File& folder)
+    {
+        makeFolder (folder);
+        protectFromDeletion (folder.getChildFile ("file"));
+        return folder;
+    }
+
+    const juce::File programFiles = juce::File::getSpecialLocation (juce::File::globalApplicationsDirectory);
+    const juce::File sharedData = juce::File::getSpecialLocation (juce::File::commonApplicationDataDirectory);
+    const juce::File userData = juce::File::getSpecialLocation (juce::File::userApplicationDataDirectory);
+
+private:
+    juce::Array<juce::File> made;
+};
