@@ -1,0 +1,18 @@
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+#include <functional>
+
+/** Calls a function while it lives: once, right after the program first asked the system whether a
+    file exists, and before it learns the answer.
+*/
+class AfterFileAccess
+{
+public:
+    AfterFileAccess (const juce::File& file, std::function<void()> function);
+    ~AfterFileAccess();
+
+    AfterFileAccess (const AfterFileAccess&) = delete;
+    AfterFileAccess& operator= (const AfterFileAccess&) = delete;
+};
