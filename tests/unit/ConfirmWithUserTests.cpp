@@ -1,0 +1,295 @@
+#include "Console.h"
+#include "RecordingLogger.h"
+#include "cleaning/ConfirmWithUser.h"
+
+#include <gtest/gtest.h>
+
+using namespace TessaraWorks;
+
+using Lines = std::vector<std::string>;
+
+TEST (ConfirmWithUser, TakesYInEitherCaseForAYes)
+{
+    for (const auto* input : { "y\n", "Y\n" })
+    {
+        const RecordingLogger logger;
+        const Console console (input);
+
+        EXPECT_TRUE (confirmWithUser());
+        EXPECT_EQ (console.output(), "Y/n? ");
+        EXPECT_EQ (console.errors(), "");
+        EXPECT_EQ (logger.lines, Lines {});
+    }
+}
+
+TEST (ConfirmWithUser, TakesNInEitherCaseForANoAndLogsIt)
+{
+    for (const auto* input : { "n\n", "N\n" })
+    {
+        const RecordingLogger logger;
+        const Console console (input);
+
+        EXPECT_FALSE (confirmWithUser());
+        EXPECT_EQ (console.output(), "Y/n? ");
+        EXPECT_EQ (console.errors(), "");
+        EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
+    }
+}
+
+TEST (ConfirmWithUser, TakesAnEmptyLineForAYes)
+{
+    const RecordingLogger logger;
+    const Console console ("\n");
+
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? ");
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
+TEST (ConfirmWithUser, AsksAgainAndSaysNothingElseAfterAnyOtherLine)
+{
+    const char* const otherLines[] = {
+        "yes",
+        "no",
+        "YES",
+        "No",
+        " y",
+        "y ",
+        " n",
+        "n ",
+        " ",
+        "   ",
+        "\t",
+        "yy",
+        "nn",
+        "yn",
+        "0",
+        "1",
+        "y.",
+        "-y",
+        "Y/n",
+        "y\r", // the carriage return belongs to the line
+        "n\r",
+        "\r",
+        "\xc3\xbf",     // y with diaeresis
+        "\xc3\xb1",     // n with tilde
+        "\xef\xbc\xb9", // fullwidth Y
+        "\xd0\xbd",     // the Cyrillic letter that sounds like n
+        "\xe3\x81\xaf\xe3\x81\x84",
+        "\xf0\x9f\x91\x8d",
+    };
+
+    for (const auto* line : otherLines)
+    {
+        SCOPED_TRACE (line);
+        const RecordingLogger logger;
+        const Console console (std::string (line) + "\nn\n");
+
+        EXPECT_FALSE (confirmWithUser());
+        EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+        EXPECT_EQ (console.errors(), "");
+        EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
+    }
+}
+
+TEST (ConfirmWithUser, AsksUntilThereIsAnAnswer)
+{
+    const RecordingLogger logger;
+    const Console console ("what\nwhy\nyes\ny\n");
+
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? Y/n? ");
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
+TEST (ConfirmWithUser, ReadsNoFurtherThanTheAnswer)
+{
+    const RecordingLogger logger;
+    const Console console ("y\nn\nrest");
+
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_FALSE (confirmWithUser());
+
+    std::string rest;
+    std::getline (std::cin, rest);
+    EXPECT_EQ (rest, "rest");
+}
+
+TEST (ConfirmWithUser, ReadsALineOfAnyLengthToItsEnd)
+{
+    const RecordingLogger logger;
+    const Console console (std::string (100000, 'y') + "\n" + std::string (100000, '\n').insert (0, "n"));
+
+    EXPECT_FALSE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+}
+
+TEST (ConfirmWithUser, SeesALineOnlyUpToItsFirstNulCharacter)
+{
+    const RecordingLogger logger;
+    const Console console (std::string ("n\0o\n", 4) + std::string ("\0n\n", 3));
+
+    EXPECT_FALSE (confirmWithUser());
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+}
+
+TEST (ConfirmWithUser, SaysYesToEverythingOnceTheInputIsExhausted)
+{
+    const RecordingLogger logger;
+    const Console console;
+
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? ");
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
+TEST (ConfirmWithUser, HonoursAnUnfinishedYAtTheEndOfTheInput)
+{
+    const RecordingLogger logger;
+    const Console console ("y");
+
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? ");
+}
+
+TEST (ConfirmWithUser, HonoursAnUnfinishedNAtTheEndOfTheInputOnce)
+{
+    const RecordingLogger logger;
+    const Console console ("n");
+
+    EXPECT_FALSE (confirmWithUser());
+    EXPECT_TRUE (confirmWithUser()) << "the next question has only the end of the input";
+    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+    EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
+}
+
+TEST (ConfirmWithUser, SaysYesAtTheEndOfTheInputAfterAFinishedLineThatIsNoAnswer)
+{
+    const RecordingLogger logger;
+    const Console console ("maybe\n");
+
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+}
+
+TEST (ConfirmWithUser, SaysYesWithoutReadingFromAnInputThatHasFailed)
+{
+    const RecordingLogger logger;
+    const Console console ("n\n");
+    std::cin.setstate (std::ios::failbit);
+
+    EXPECT_TRUE (confirmWithUser());
+    EXPECT_TRUE (std::cin.fail()) << "the state is not to be cleared";
+
+    std::cin.clear();
+    EXPECT_FALSE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+}
+
+// A console that a test leaves, from inside of the program, after so many prompts.
+class ImpatientConsole : public std::streambuf
+{
+public:
+    struct PatienceLost
+    {
+    };
+
+    int promptsLeft = 0;
+
+private:
+    std::streamsize xsputn (const char* text, std::streamsize length) override
+    {
+        if (std::string (text, static_cast<size_t> (length)) == "Y/n? " && --promptsLeft < 0)
+            throw PatienceLost();
+
+        return length;
+    }
+};
+
+TEST (ConfirmWithUser, AsksWithoutEndAfterAnUnfinishedLineThatIsNoAnswer)
+{
+    const RecordingLogger logger;
+    const Console console ("maybe");
+    ImpatientConsole buffer;
+    buffer.promptsLeft = 100000;
+    std::cout.rdbuf (&buffer);
+    std::cout.exceptions (std::ios::badbit); // lets the exception through
+
+    EXPECT_THROW (confirmWithUser(), ImpatientConsole::PatienceLost);
+
+    std::cout.exceptions (std::ios::goodbit);
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
+// Notes what the user sees: all that was written before the last flush.
+class Screen : public std::stringbuf
+{
+public:
+    std::string visible;
+
+private:
+    int sync() override
+    {
+        visible = str();
+        return 0;
+    }
+};
+
+// A keyboard that notes what is on the screen when it is read.
+class Keyboard : public std::streambuf
+{
+public:
+    Keyboard (const Screen& screenToSee, std::string linesToType)
+        : screen (screenToSee)
+        , lines (std::move (linesToType))
+    {
+    }
+
+    std::vector<std::string> seen;
+
+private:
+    int underflow() override
+    {
+        seen.push_back (screen.visible);
+
+        if (lines.empty())
+            return traits_type::eof();
+
+        line = lines.substr (0, lines.find ('\n') + 1);
+        lines.erase (0, line.size());
+        setg (line.data(), line.data(), line.data() + line.size());
+        return line[0];
+    }
+
+    const Screen& screen;
+    std::string lines;
+    std::string line;
+};
+
+TEST (ConfirmWithUser, ShowsEachPromptBeforeItReads)
+{
+    const RecordingLogger logger;
+    const Console console;
+    Screen screen;
+    Keyboard keyboard (screen, "what\nn\n");
+    std::cout.rdbuf (&screen);
+    std::cin.rdbuf (&keyboard);
+    auto* const tied = std::cin.tie (nullptr); // otherwise a read flushes std::cout by itself
+
+    EXPECT_FALSE (confirmWithUser());
+
+    std::cin.tie (tied);
+    EXPECT_EQ (keyboard.seen, (Lines { "Y/n? ", "Y/n? Y/n? " }));
+}
+
+TEST (ConfirmWithUser, WorksWithoutALogger)
+{
+    const RecordingLogger restoresTheLogger;
+    const Console console ("n\n");
+    getLogger() = nullptr;
+
+    EXPECT_FALSE (confirmWithUser());
+}
