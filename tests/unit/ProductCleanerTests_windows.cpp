@@ -1,0 +1,136 @@
+#include "RecordingLogger.h"
+#include "TemporaryFolder.h"
+#include "TestCleaner.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+using namespace TessaraWorks;
+
+using Lines = std::vector<std::string>;
+
+static std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
+
+// Keeps a file open, for nobody else to touch.
+class FileInUse
+{
+public:
+    explicit FileInUse (const juce::File& file)
+        : handle (CreateFileW (file.getFullPathName().toWideCharPointer(),
+                               GENERIC_READ,
+                               0,
+                               nullptr,
+                               OPEN_EXISTING,
+                               FILE_ATTRIBUTE_NORMAL,
+                               nullptr))
+    {
+        EXPECT_NE (handle, INVALID_HANDLE_VALUE);
+    }
+
+    ~FileInUse() { CloseHandle (handle); }
+
+    FileInUse (const FileInUse&) = delete;
+    FileInUse& operator= (const FileInUse&) = delete;
+
+private:
+    const HANDLE handle;
+};
+
+TEST (ProductCleaner, TakesPathsThatDifferInCaseForOneAndKeepsTheFirst)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto first = folder.makeFolder ("PRODUCT");
+    TestCleaner cleaner;
+
+    cleaner.addDirectory (first);
+    cleaner.addDirectory (folder.getChildFile ("product"));
+    const auto result = cleaner.clean();
+
+    EXPECT_FALSE (first.exists());
+    EXPECT_EQ (result.directoriesRemoved, 1);
+    EXPECT_EQ (logger.lines,
+               (Lines { "Info: Cleaning: Product",
+                        "Info: Deleting directory: " + pathOf (first),
+                        "Info: Directory deleted: " + pathOf (first),
+                        "Info: Directories removed: 1",
+                        "Info: Files removed: 0",
+                        "Info: Product was successfully removed." }));
+}
+
+TEST (ProductCleaner, FailsAFileThatIsOpenInAnotherApplication)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto file = folder.makeFile ("file");
+    const FileInUse open (file);
+    TestCleaner cleaner;
+    cleaner.addDirectory (file);
+
+    const auto result = cleaner.clean();
+
+    EXPECT_TRUE (file.exists());
+    EXPECT_FALSE (result.success);
+    EXPECT_EQ (logger.lines,
+               (Lines { "Info: Cleaning: Product",
+                        "Warning: Directory is actually a file, attempting to delete file...",
+                        "Critical: Unable to delete file: " + pathOf (file),
+                        "Info: Directories removed: 0",
+                        "Info: Files removed: 0",
+                        "Info: Product encountered errors and could not be removed." }));
+}
+
+TEST (ProductCleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheRest)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto file = folder.makeFile ("tree/m/file");
+    const auto before = folder.makeFile ("tree/a/file");
+    const auto after = folder.makeFile ("tree/z/file");
+    const auto tree = folder.getChildFile ("tree");
+    const FileInUse open (file);
+    TestCleaner cleaner;
+    cleaner.addDirectory (tree);
+
+    const auto result = cleaner.clean();
+
+    EXPECT_TRUE (file.exists());
+    EXPECT_FALSE (before.getParentDirectory().exists());
+    EXPECT_FALSE (after.getParentDirectory().exists());
+    EXPECT_FALSE (result.success);
+    EXPECT_EQ (result.directoriesRemoved, 0);
+    EXPECT_EQ (logger.lines[2], "Critical: Unable to delete directory: " + pathOf (tree));
+}
+
+TEST (ProductCleaner, ClearsNoReadOnlyAttribute)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto file = folder.makeFile ("file");
+    file.setReadOnly (true);
+    TestCleaner cleaner;
+    cleaner.files.add (file);
+
+    EXPECT_FALSE (cleaner.clean().success);
+    EXPECT_NE (GetFileAttributesW (file.getFullPathName().toWideCharPointer()) & FILE_ATTRIBUTE_READONLY, 0u);
+}
+
+TEST (ProductCleaner, RemovesHiddenAndSystemFiles)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto tree = folder.makeFolder ("tree");
+
+    for (const auto* name : { "tree/file", "tree/hidden/file" })
+        SetFileAttributesW (folder.makeFile (name).getFullPathName().toWideCharPointer(),
+                            FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+
+    SetFileAttributesW (folder.getChildFile ("tree/hidden").getFullPathName().toWideCharPointer(),
+                        FILE_ATTRIBUTE_HIDDEN);
+    TestCleaner cleaner;
+    cleaner.addDirectory (tree);
+
+    EXPECT_TRUE (cleaner.clean().success);
+    EXPECT_FALSE (tree.exists());
+}
