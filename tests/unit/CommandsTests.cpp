@@ -1,0 +1,144 @@
+#include "Console.h"
+#include "DisposableMachine.h"
+#include "RecordingLogger.h"
+#include "app/Commands.h"
+
+using namespace TessaraWorks;
+
+using Lines = std::vector<std::string>;
+
+// The commands as main() adds them.
+class Commands : public DisposableMachine
+{
+protected:
+    static void SetUpTestSuite() { numCommandsAtStart = consoleApplication.getCommands().size(); }
+
+    void SetUp() override
+    {
+        DisposableMachine::SetUp();
+        consoleApplication = {};
+        consoleApplication.addHelpCommand ("--help|-h", "Usage:", true);
+        consoleApplication.addVersionCommand ("--version|-v", "Orvex Cleaner 1.0.1 build 00ec07c");
+        registerCommands();
+    }
+
+    static void TearDownTestSuite() { consoleApplication = {}; }
+
+    // The place in the list of the command that an invocation runs.
+    static int chosenFor (const juce::String& arguments)
+    {
+        const auto& commands = consoleApplication.getCommands();
+        const auto* chosen = consoleApplication.findCommand (juce::ArgumentList ("OrvexCleaner", arguments), false);
+
+        for (int i = 0; i < static_cast<int> (commands.size()); ++i)
+            if (chosen == &commands[static_cast<size_t> (i)])
+                return i;
+
+        return -1;
+    }
+
+    static inline size_t numCommandsAtStart = 0;
+};
+
+constexpr int help = 0;
+constexpr int version = 1;
+constexpr int cleanAllProducts = 2;
+constexpr int cleanOneTarget = 3;
+
+TEST_F (Commands, AreNoneAtTheStart) { EXPECT_EQ (numCommandsAtStart, 0u); }
+
+TEST_F (Commands, StandInTheirOrderWithTheirTexts)
+{
+    struct Row
+    {
+        juce::String commandOption, argumentDescription, shortDescription, longDescription;
+    };
+
+    const Row rows[] = {
+        { "--help|-h", "--help|-h", "Prints the list of commands", "" },
+        { "--version|-v", "--version|-v", "Prints the current version number", "" },
+        { "",
+          "",
+          "Completely cleans out all Tessara Works products from the system.",
+          "Completely cleans out all Tessara Works products from the system." },
+        { "--clean",
+          "--clean",
+          "Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}",
+          "Cleans out the target product from the local system for the current user." },
+    };
+
+    const auto& commands = consoleApplication.getCommands();
+    ASSERT_EQ (commands.size(), 4u);
+
+    for (size_t i = 0; i < 4; ++i)
+    {
+        EXPECT_EQ (commands[i].commandOption, rows[i].commandOption);
+        EXPECT_EQ (commands[i].argumentDescription, rows[i].argumentDescription);
+        EXPECT_EQ (commands[i].shortDescription, rows[i].shortDescription);
+        EXPECT_EQ (commands[i].longDescription, rows[i].longDescription);
+    }
+}
+
+TEST_F (Commands, CleanAllProductsUnlessToldOtherwise)
+{
+    EXPECT_EQ (chosenFor (""), cleanAllProducts);
+    EXPECT_EQ (chosenFor ("heavy"), cleanAllProducts);
+    EXPECT_EQ (chosenFor ("--clear=All"), cleanAllProducts);
+    EXPECT_EQ (chosenFor ("--CLEAN=All"), cleanAllProducts);
+    EXPECT_EQ (chosenFor ("--HELP"), cleanAllProducts);
+    EXPECT_EQ (chosenFor ("--Version"), cleanAllProducts);
+    EXPECT_EQ (chosenFor ("clean=All"), cleanAllProducts);
+    EXPECT_EQ (chosenFor ("--cleaning"), cleanAllProducts);
+}
+
+TEST_F (Commands, MatchTheirOptionsAtAnyPosition)
+{
+    EXPECT_EQ (chosenFor ("--help"), help);
+    EXPECT_EQ (chosenFor ("-h"), help);
+    EXPECT_EQ (chosenFor ("--version"), version);
+    EXPECT_EQ (chosenFor ("-v"), version);
+    EXPECT_EQ (chosenFor ("--clean"), cleanOneTarget);
+    EXPECT_EQ (chosenFor ("--clean=Content"), cleanOneTarget);
+    EXPECT_EQ (chosenFor ("word --other --clean=Content"), cleanOneTarget);
+}
+
+TEST_F (Commands, PreferHelpToVersionAndVersionToCleaning)
+{
+    EXPECT_EQ (chosenFor ("--clean=All --version"), version);
+    EXPECT_EQ (chosenFor ("--clean=Content -h"), help);
+    EXPECT_EQ (chosenFor ("--clean=Content --version --help"), help);
+}
+
+TEST_F (Commands, RunASessionOverAllProductsByDefault)
+{
+    const RecordingLogger logger;
+    const Console console ("n\nn\nn\nn\nn\n\n");
+
+    EXPECT_EQ (consoleApplication.findAndRunCommand (juce::ArgumentList ("OrvexCleaner", juce::String()), false), 0);
+
+    ASSERT_EQ (logger.lines.size(), 12u);
+    EXPECT_EQ (logger.lines[0], "Info: Target: All");
+    EXPECT_EQ (logger.lines[1], "Info: All installed Orvex & Velantone products will be cleaned.");
+    EXPECT_EQ (console.output().substr (0, 64), std::string (64, '='));
+}
+
+TEST_F (Commands, GiveBackAFailureOfASessionOverAllProductsOnlyIfItWasAskedFor)
+{
+    makeUndeletableFolder (sharedData.getChildFile ("TessaraWorks/Content"));
+    const RecordingLogger logger;
+
+    const auto run = [] (const juce::String& arguments, std::string& errors)
+    {
+        const Console console ("n\ny\nn\nn\nn\n");
+        const auto code = consoleApplication.findAndRunCommand (juce::ArgumentList ("OrvexCleaner", arguments), false);
+        errors = console.errors();
+        return code;
+    };
+
+    std::string errorsByDefault, errorsWhenAskedFor;
+    EXPECT_EQ (run ("", errorsByDefault), 0);
+    EXPECT_EQ (run ("--clean=All", errorsWhenAskedFor), 1);
+
+    EXPECT_EQ (errorsByDefault.substr (0, 26), "\nProduct cleaning failed!\n");
+    EXPECT_EQ (errorsByDefault, errorsWhenAskedFor);
+}
