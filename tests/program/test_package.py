@@ -1,9 +1,11 @@
 """scripts/package, run in fresh clones of the last commit."""
 
 import hashlib
+import http.server
 import os
 import re
 import subprocess
+import threading
 import zipfile
 from pathlib import Path
 
@@ -20,15 +22,17 @@ def clone(folder: Path) -> Path:
     return folder
 
 
-def package(sources: Path, *options, password: str | None = None) -> subprocess.CompletedProcess:
-    """Runs scripts/package without a terminal."""
+def package(
+    sources: Path, *options, password: str | None = None, stdin=subprocess.DEVNULL
+) -> subprocess.CompletedProcess:
+    """Runs scripts/package, without a terminal if none is given."""
     environment = {name: value for name, value in os.environ.items() if name != "ORVEX_SIGN_PASSWORD"}
 
     if password is not None:
         environment["ORVEX_SIGN_PASSWORD"] = password
 
     command = [sources / "scripts" / "package", *options]
-    return subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True)
+    return subprocess.run(command, env=environment, stdin=stdin, capture_output=True, text=True)
 
 
 @pytest.fixture(scope="module")
@@ -50,6 +54,51 @@ def certificate(tmp_path):
     subprocess.run([*make, *use], check=True, capture_output=True)
     subprocess.run(join, check=True, capture_output=True)
     return file
+
+
+@pytest.fixture
+def time_server(certificate):
+    """The address of a server that confirms times, with the throwaway certificate time.pem beside the other."""
+    folder = certificate.parent
+    make = ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=Throwaway time"]
+    use = ["-addext", "extendedKeyUsage=critical,timeStamping", "-keyout", "time.key", "-out", "time.pem"]
+    subprocess.run([*make, *use], cwd=folder, check=True, capture_output=True)
+    (folder / "time.conf").write_text("""\
+[tsa]
+default_tsa = here
+[here]
+serial = serial
+signer_cert = time.pem
+signer_key = time.key
+certs = time.pem
+signer_digest = sha256
+default_policy = 1.2.3.4
+digests = sha256
+""")
+
+    class Server(http.server.BaseHTTPRequestHandler):
+        def do_POST(self):
+            (folder / "query").write_bytes(self.rfile.read(int(self.headers["Content-Length"])))
+            reply = ["openssl", "ts", "-reply", "-config", "time.conf", "-queryfile", "query"]
+            answer = subprocess.run(reply, cwd=folder, check=True, capture_output=True).stdout
+            self.send_response(200)
+            self.send_header("Content-Type", "application/timestamp-reply")
+            self.end_headers()
+            self.wfile.write(answer)
+
+        def log_message(self, *_):
+            pass
+
+    with http.server.HTTPServer(("127.0.0.1", 0), Server) as server:
+        threading.Thread(target=server.serve_forever).start()
+        yield f"http://127.0.0.1:{server.server_port}/"
+        server.shutdown()
+
+
+def verify(executable: Path, certificate: Path, *options) -> str:
+    """What osslsigncode says of the signature; fails if it is not good."""
+    command = ["osslsigncode", "verify", "-CAfile", certificate.with_suffix(".pem"), *options, executable]
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
 def test_makes_the_same_bytes_in_any_folder_at_any_time(sources, tmp_path):
@@ -138,12 +187,40 @@ Made {tmp_path / "signed" / PACKAGE}
         archive.extractall(tmp_path)
         assert archive.namelist() == CONTENTS
 
-    verify = ["osslsigncode", "verify", "-CAfile", certificate.with_suffix(".pem"), tmp_path / "OrvexCleaner.exe"]
-    verified = subprocess.run(verify, capture_output=True, text=True)
-    assert "Signature verification: ok" in verified.stdout
-    assert "Subject: /CN=Throwaway" in verified.stdout
-    assert verified.returncode == 0
+    verified = verify(tmp_path / "OrvexCleaner.exe", certificate)
+    assert "Signature verification: ok" in verified
+    assert "Subject: /CN=Throwaway" in verified
+    assert "Timestamp is not available" in verified
     subprocess.run(["sha256sum", "--check", "--strict", "--quiet", "SHA256SUMS"], cwd=tmp_path, check=True)
+
+
+def test_has_the_time_of_the_signature_confirmed_on_demand(sources, certificate, time_server, tmp_path):
+    signed = ["--sign", certificate, "--timestamp", time_server, "--output", tmp_path]
+
+    run = package(sources, *signed, password="secret")
+
+    assert run.returncode == 0, run.stderr
+    assert f"Signing OrvexCleaner.exe, with the time of {time_server}\n" in run.stderr
+
+    with zipfile.ZipFile(tmp_path / PACKAGE) as archive:
+        archive.extract("OrvexCleaner.exe", tmp_path)
+
+    verified = verify(tmp_path / "OrvexCleaner.exe", certificate, "-TSA-CAfile", certificate.with_name("time.pem"))
+    assert "Timestamp Server Signature verification: ok" in verified
+    assert "Signature verification: ok" in verified
+
+
+def test_asks_for_the_password_on_a_terminal(sources, certificate, tmp_path):
+    person, terminal = os.openpty()
+    os.write(person, b"secret\n")
+
+    run = package(sources, "--sign", certificate, "--output", tmp_path / "signed", stdin=terminal)
+    os.close(person)
+    os.close(terminal)
+
+    assert run.stderr.startswith(f"Password of {certificate}: \nBuilding the program for Windows\n")
+    assert run.returncode == 0, run.stderr
+    assert (tmp_path / "signed" / PACKAGE).is_file()
 
 
 def test_makes_no_package_without_the_certificate(sources, tmp_path):
