@@ -257,9 +257,9 @@ No package was made.
 
 
 def test_makes_no_package_if_the_time_cannot_be_confirmed(sources, certificate, tmp_path):
-    nobody = "http://127.0.0.1:9/"
+    signed_at_nobodys = ["--sign", certificate, "--timestamp", "http://127.0.0.1:9/", "--output", tmp_path / "signed"]
 
-    run = package(sources, "--sign", certificate, "--timestamp", nobody, "--output", tmp_path / "signed", password="secret")  # fmt: skip
+    run = package(sources, *signed_at_nobodys, password="secret")
 
     assert run.stderr.endswith("""\
 scripts/package: OrvexCleaner.exe cannot be signed
