@@ -2,6 +2,8 @@ import pytest
 
 from machines import BUILD, WINE_PREFIX, Linux, Windows
 
+pytest.register_assert_rewrite("sessions", "random_machines")
+
 
 @pytest.fixture(scope="session")
 def windows_is_up():

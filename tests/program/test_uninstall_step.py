@@ -140,6 +140,26 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 """)
 
 
+def test_an_uninstaller_is_deleted_with_the_folder_that_it_lies_in(windows, studio):
+    windows.place_uninstaller(studio / "unins000.exe", "remove C:\\Program Files\\Orvex Studio\\Orvex Studio.dat")
+    windows.register({"A": program_at("C:\\Program Files\\Orvex Studio\\unins000.exe", "Orvex Studio")})
+
+    run = windows.run("--clean=OrvexStudio", answers="y\n\n")
+
+    assert_success(windows, run, """\
+[time][Info] Target: Orvex Studio
+[time][Info] Remove Orvex Studio and all of its associated files?
+Y/n? [time][Info] Cleaning: Orvex Studio
+[time][Info] Uninstaller exit code: 0
+[time][Info] Deleting directory: C:\\Program Files\\Orvex Studio
+[time][Info] Directory deleted: C:\\Program Files\\Orvex Studio
+[time][Info] Directories removed: 1
+[time][Info] Files removed: 0
+[time][Info] Orvex Studio was successfully removed.
+""")
+    assert not studio.exists()
+
+
 def test_studio_runs_the_second_uninstaller_after_the_first_could_not_be_started_and_deletes_nothing(
     windows, uninstallers, studio
 ):

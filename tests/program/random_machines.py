@@ -1,0 +1,449 @@
+"""Random machines, and a plain model of what the program has to do on them.
+
+A situation is all that a run depends on. The model predicts from it what the run leaves behind. It
+knows the program's texts and rules on its own, so that nothing of the program can be wrong unnoticed.
+"""
+
+import random
+from dataclasses import dataclass, field
+from pathlib import PurePosixPath as Path
+
+from machines import UNINSTALL_KEY
+from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
+from texts import BANNER, FAILURE, LOG_BANNER
+
+FOLDER, FILE, UNDELETABLE = "folder", "file", "undeletable file"
+
+# Fragment of the display name and name in the advice.
+LOOKUPS = {
+    ORVEX_STUDIO: [("Orvex version", "Orvex"), ("Orvex Studio", "Orvex Studio")],
+    PRODUCT_MANAGER: [("Orvex Product Manager", "Orvex Product Manager")],
+    CONTENT: [],
+    MEDIA_SERVER: [],
+    COMPANY: [],
+}
+
+
+@dataclass
+class Uninstaller:
+    """A program, by the name of its file, or what stands in its place."""
+
+    kind: str  # "program", "text", "folder" or "missing"
+    removes_paths: list[Path] = field(default_factory=list)
+    removes_keys: list[str] = field(default_factory=list)
+    removes_uninstallers: list[str] = field(default_factory=list)
+    exit_code: int = 0
+
+
+@dataclass
+class Entry:
+    """An uninstall entry."""
+
+    display_name: str | None
+    command: str | None
+
+
+@dataclass
+class Situation:
+    """A path's first part is the machine's location that it lies below."""
+
+    paths: dict[Path, str]
+    uninstallers: dict[str, Uninstaller]
+    entries: dict[str, Entry]
+    arguments: list[str]
+    answers: str
+
+    def __str__(self) -> str:
+        lines = [f"arguments: {self.arguments}", f"answers: {self.answers!r}"]
+        lines += [f"{path}: {kind}" for path, kind in sorted(self.paths.items())]
+        lines += [f"{name}: {uninstaller}" for name, uninstaller in self.uninstallers.items()]
+        lines += [f"{key}: {entry}" for key, entry in self.entries.items()]
+        return "\n".join(lines)
+
+
+@dataclass
+class Outcome:
+    console: str
+    errors: str
+    exit_code: int
+    log: str
+    paths: set[Path]
+    calls: dict[str, int]  # of each uninstaller
+
+    def __str__(self) -> str:
+        parts = [self.console, "errors:", self.errors, f"exit code: {self.exit_code}", "log:", self.log, "paths:"]
+        parts += [str(path) for path in sorted(self.paths)]
+        parts += [f"{name} called {count} times" for name, count in sorted(self.calls.items())]
+        return "\n".join(parts)
+
+
+UNINSTALLERS = "C:\\Uninstallers\\"
+
+
+def listed_paths(product) -> list[Path]:
+    return [Path(base) / child for base, child in product.table]
+
+
+# What is random about a machine.
+
+
+def random_situation(seed: int, with_registry: bool) -> Situation:
+    rng = random.Random(seed)
+    uninstallers = random_uninstallers(rng) if with_registry else {}
+    return Situation(
+        paths=random_paths(rng),
+        uninstallers=uninstallers,
+        entries=random_entries(rng, uninstallers) if with_registry else {},
+        arguments=random_arguments(rng),
+        answers=random_answers(rng),
+    )
+
+
+def random_paths(rng) -> dict[Path, str]:
+    paths = {}
+    unlisted = [
+        Path("program_files/Orvex Studio 2"),
+        Path("program_files/Common Files/VST3/Other.vst3"),
+        Path("shared_data/TessaraWorks/Other"),
+        Path("shared_data/TessaraWorks/Plugins/Orvex Studio"),
+        Path("user_data/OrvexMonitor.ini"),
+    ]
+    listed = {path for product in PRODUCTS for path in listed_paths(product)}
+    kinds = rng.choices(["absent", "empty", "tree", "tree", "file", "file", "stubborn tree", "stubborn file"], k=6)
+
+    # Parents come before what lies in them, which cannot be if they are files.
+    for path in sorted(listed | set(unlisted)):
+        kind = rng.choice(kinds)
+        has_room = not any(paths.get(parent, FOLDER) != FOLDER for parent in path.parents)
+
+        if kind == "absent" or not has_room:
+            continue
+
+        for parent in list(path.parents)[:-2]:
+            paths[parent] = FOLDER
+
+        if kind == "file":
+            paths[path] = FILE
+        elif kind == "stubborn file":
+            paths[path] = UNDELETABLE
+        else:
+            paths[path] = FOLDER
+
+        if kind in ("tree", "stubborn tree"):
+            add_tree(rng, paths, path, depth=3)
+
+        if kind == "stubborn tree":
+            folders = [p for p, k in paths.items() if k == FOLDER and p.is_relative_to(path)]
+            paths[rng.choice(folders) / "stubborn"] = UNDELETABLE
+
+    return paths
+
+
+def add_tree(rng, paths: dict[Path, str], folder: Path, depth: int) -> None:
+    for name in rng.sample(["a file", ".hidden", "Ünï", "Sub folder", "data.v1", "x"], rng.randrange(4)):
+        if depth > 0 and rng.random() < 0.5:
+            paths[folder / name] = FOLDER
+            add_tree(rng, paths, folder / name, depth - 1)
+        else:
+            paths[folder / name] = FILE
+
+
+def random_uninstallers(rng) -> dict[str, Uninstaller]:
+    listed = [path for product in PRODUCTS for path in listed_paths(product)]
+    names = [f"Uninstaller {number}.exe" for number in range(rng.randrange(4))]
+    return {
+        name: Uninstaller(
+            kind=rng.choice(["program", "program", "program", "text", "folder", "missing"]),
+            removes_paths=rng.choices(listed, k=rng.choice([0, 0, 1, 5])),
+            removes_keys=rng.choice([[], [], [rng.choice("ABCDE")]]),
+            removes_uninstallers=[other for other in names if other != name and rng.random() < 0.2],
+            exit_code=rng.choice([0, 0, 1, 3, 259, 1602, 2**31, 2**32 - 1]),
+        )
+        for name in names
+    }
+
+
+def random_entries(rng, uninstallers: dict[str, Uninstaller]) -> dict[str, Entry]:
+    display_names = [
+        "Orvex version 1.4",
+        "Orvex Studio",
+        "The Orvex Studio 2",
+        "Orvex version 1.4 (Orvex Studio)",
+        "Orvex Product Manager",
+        "Orvex Product Manager for Orvex Studio",
+        "orvex studio",
+        "Orvex",
+        "",
+        None,
+    ]
+    commands = [None, "", UNINSTALLERS + "Uninstaller 9.exe"]
+
+    for name in uninstallers:
+        path = UNINSTALLERS + name
+        commands += [path, f'"{path}"', f'"{path}"', f'"{path}" /UNINSTALL', f'C:\\"Uninstallers"\\{name}']
+
+    keys = rng.sample("ABCDE", rng.randrange(5))
+    return {key: Entry(rng.choice(display_names), rng.choice(commands)) for key in keys}
+
+
+def random_arguments(rng) -> list[str]:
+    singles = [[f"--clean={product.target}"] for product in PRODUCTS if product.target]
+    defaults = [[], ["--Clean=Content"], ["Content"], ["--all", "--force"]]
+    return rng.choice([*singles, ["--clean=All"], ["--clean=All"], rng.choice(defaults)])
+
+
+def random_answers(rng) -> str:
+    usual = ["y", "y", "y", "Y", "", "n", "N"]
+    wrong = ["yes", "no", " y", "n ", "nn", "ja", "ÿ", "0", "\t"]
+    lines = rng.choices(usual * 2 + wrong, k=12)
+    whole = "".join(f"{line}\n" for line in lines)
+    cut = whole[: rng.randrange(len(whole))] if rng.random() < 0.3 else whole
+
+    # With a wrong answer as its last line, unended, the program would ask for ever.
+    return cut if cut.rpartition("\n")[2].lower() in ("", "y", "n") else cut + "\n"
+
+
+# What the program has to do.
+
+
+class Model:
+    def __init__(self, machine, situation: Situation):
+        self.machine = machine
+        self.unread = situation.answers
+        self.input_has_ended = False
+        self.paths = dict(situation.paths)
+        self.uninstallers = dict(situation.uninstallers)
+        self.entries = dict(situation.entries)
+        self.calls = {name: 0 for name, uninstaller in self.uninstallers.items() if uninstaller.kind == "program"}
+        self.transcript = ""
+
+    def log(self, level: str, message: str) -> None:
+        self.transcript += f"[time][{level}] {message}\n"
+
+    def shown(self, path: Path) -> str:
+        return self.machine.shown(on_machine(self.machine, path))
+
+    def run(self, arguments: list[str]) -> Outcome:
+        targets = {f"--clean={product.target}": product for product in PRODUCTS if product.target}
+
+        if arguments and arguments[0] in targets:
+            product = targets[arguments[0]]
+            self.log("Info", product.first_line)
+            success = self.offer(product)
+        else:
+            self.log("Info", "Target: All")
+            self.log("Info", "All installed Orvex & Velantone products will be cleaned.")
+            success = all([self.offer(product) for product in PRODUCTS])
+
+        by_option = bool(arguments) and arguments[0].startswith("--clean=")
+        ending = f"""\
+Cleaning finished successfully.
+Log file written to: {self.machine.shown(self.machine.log_file)}
+Press enter to exit
+"""
+        return Outcome(
+            console=BANNER + self.transcript + (ending if success else ""),
+            errors="" if success else FAILURE,
+            exit_code=1 if by_option and not success else 0,
+            log=LOG_BANNER + self.transcript.replace("Y/n? ", ""),
+            paths=set(self.paths),
+            calls=self.calls,
+        )
+
+    def offer(self, product) -> bool:
+        self.log("Info", product.question)
+
+        if self.is_confirmed():
+            return self.clean(product)
+
+        self.log("Info", "Cleaning cancelled by the user.")
+        return True
+
+    def is_confirmed(self) -> bool:
+        while True:
+            self.transcript += "Y/n? "
+            answer, line_end, self.unread = self.unread.partition("\n")
+
+            if answer in ("y", "Y", ""):
+                return True
+
+            if answer in ("n", "N"):
+                return False
+
+            assert line_end, "the program would ask for ever"
+
+    def clean(self, product) -> bool:
+        self.log("Info", f"Cleaning: {product.name}")
+
+        # All lookups, also those behind a failed one.
+        if not all([self.uninstall(fragment, name) for fragment, name in LOOKUPS[product]]):
+            self.log("Warning", "Cleaning was aborted.")
+            return False
+
+        folders = files = failures = 0
+
+        for path in listed_paths(product):
+            if path not in self.paths:
+                continue
+
+            is_folder = self.paths[path] == FOLDER
+
+            if is_folder:
+                self.log("Info", f"Deleting directory: {self.shown(path)}")
+            else:
+                self.log("Warning", "Directory is actually a file, attempting to delete file...")
+
+            if not self.delete(path):
+                self.log("Critical", f"Unable to delete {'directory' if is_folder else 'file'}: {self.shown(path)}")
+                failures += 1
+            elif is_folder:
+                self.log("Info", f"Directory deleted: {self.shown(path)}")
+                folders += 1
+            else:
+                self.log("Info", f"File deleted: {self.shown(path)}")
+                files += 1
+
+        self.log("Info", f"Directories removed: {folders}")
+        self.log("Info", f"Files removed: {files}")
+
+        if failures == 0:
+            self.log("Info", f"{product.name} was successfully removed.")
+        elif folders + files > 0:
+            self.log("Warning", f"{product.name} was partially removed, but encountered some errors.")
+        else:
+            self.log("Info", f"{product.name} encountered errors and could not be removed.")
+
+        return failures == 0
+
+    def delete(self, path: Path) -> bool:
+        """Leaves the undeletable files at or below the path, and the folders that they are in."""
+        stubborn = [p for p, kind in self.paths.items() if kind == UNDELETABLE and p.is_relative_to(path)]
+        kept = {p for p in self.paths if any(file.is_relative_to(p) for file in stubborn)}
+        self.paths = {p: k for p, k in self.paths.items() if p in kept or not p.is_relative_to(path)}
+        return not stubborn
+
+    def uninstall(self, fragment: str, advised_name: str) -> bool:
+        for _, entry in sorted(self.entries.items()):
+            if entry.display_name is not None and fragment in entry.display_name:
+                break
+        else:
+            return True
+
+        command = (entry.command or "").replace('"', "")
+        name = command.removeprefix(UNINSTALLERS)
+        kind = self.uninstallers[name].kind if name in self.uninstallers else "missing"
+
+        if kind == "program":
+            self.log("Info", f"Uninstaller exit code: {self.uninstallers[name].exit_code}")
+            self.carry_out(name)
+            return True
+
+        self.log("Warning", "Cleaner failed to launch the uninstaller.")
+        self.log("Info", "Uninstaller exit code: 0")
+        self.log("Info", f"Existing {advised_name} software installation detected.")
+        self.log("Info", "Please first uninstall this software using Add/Remove Programs.")
+
+        if kind == "text":
+            self.log("Info", f"You can also run the uninstaller directly: {command}")
+
+        again = f"You can re-run this cleaner after {advised_name} has been uninstalled to clean up any final files."
+        self.log("Info", again)
+        return False
+
+    def carry_out(self, name: str) -> None:
+        """Does what an uninstaller does."""
+        uninstaller = self.uninstallers[name]
+        self.calls[name] += 1
+
+        for path in uninstaller.removes_paths:
+            self.delete(path)
+
+        for key in uninstaller.removes_keys:
+            self.entries.pop(key, None)
+
+        for other in uninstaller.removes_uninstallers:
+            self.uninstallers.pop(other, None)
+
+
+# The situation on a machine, and what a run leaves of it.
+
+
+def on_machine(machine, path: Path):
+    return getattr(machine, path.parts[0]).joinpath(*path.parts[1:])
+
+
+def lay_out(machine, situation: Situation) -> None:
+    for path, kind in sorted(situation.paths.items()):
+        place = on_machine(machine, path)
+
+        if kind == FOLDER:
+            place.mkdir(exist_ok=True)
+        else:
+            place.write_text(kind)
+
+        if kind == UNDELETABLE:
+            machine.make_undeletable(place)
+
+    if not situation.entries:
+        return
+
+    for name, uninstaller in situation.uninstallers.items():
+        file = machine.c / "Uninstallers" / name
+
+        if uninstaller.kind == "program":
+            removed = [machine.shown(on_machine(machine, path)) for path in uninstaller.removes_paths]
+            removed += [UNINSTALLERS + other for other in uninstaller.removes_uninstallers]
+            keys = [f"{UNINSTALL_KEY}\\{key}".partition("\\")[2] for key in uninstaller.removes_keys]
+            orders = [f"remove {path}" for path in removed] + [f"remove-key {key}" for key in keys]
+            machine.place_uninstaller(file, *orders, f"exit {uninstaller.exit_code}")
+        elif uninstaller.kind == "text":
+            file.parent.mkdir(exist_ok=True)
+            file.write_text("This is no program.")
+        elif uninstaller.kind == "folder":
+            file.mkdir(parents=True)
+
+    values = {"DisplayName": "display_name", "UninstallString": "command"}
+    machine.register({
+        key: {name: getattr(entry, text) for name, text in values.items() if getattr(entry, text) is not None}
+        for key, entry in situation.entries.items()
+    })
+
+
+def run_on(machine, situation: Situation) -> Outcome:
+    """Lays the situation out, runs the program, and gathers what it left."""
+    before = machine.tree()
+    lay_out(machine, situation)
+    before -= {on_machine(machine, path) for path in situation.paths}
+
+    run = machine.run(*situation.arguments, answers=situation.answers.encode().replace(b"\n", machine.newline))
+
+    after = machine.tree()
+    assert before <= after, "something was deleted that no test made"
+    return Outcome(
+        console=run.console,
+        errors=run.errors,
+        exit_code=run.exit_code,
+        log=run.log,
+        paths={path_of_situation(machine, place) for place in after - before},
+        calls={
+            name: calls_of(machine, name)
+            for name, uninstaller in situation.uninstallers.items()
+            if uninstaller.kind == "program"
+        },
+    )
+
+
+def path_of_situation(machine, place) -> Path:
+    for location in ("shared_data", "program_files", "user_data"):
+        if place.is_relative_to(getattr(machine, location)):
+            return Path(location) / place.relative_to(getattr(machine, location))
+
+    raise ValueError(place)
+
+
+def calls_of(machine, name: str) -> int:
+    """How often an uninstaller was called, each time in the right way and to its end."""
+    notes = machine.calls(machine.c / "Uninstallers" / name)
+    expected = [f'"{UNINSTALLERS}{name}" /SILENT', "done"]
+    assert notes == expected * (len(notes) // 2)
+    return len(notes) // 2
