@@ -2,61 +2,19 @@
 
 #include "../logging/Log.h"
 #include "ApplicationInfo.h"
-#include "CleanAll.h"
-#include "Drivers.h"
 #include "Shell.h"
+#include "Targets.h"
 
-#include <algorithm>
 #include <iostream>
-#include <iterator>
 #include <sstream>
 #include <string>
 
 namespace TessaraWorks
 {
 
-struct Target
-{
-    const char* value;
-    const char* firstLine;
-    void (*driver) (CleanResult&);
-};
-
-static const Target targets[] = {
-    { "OrvexStudio", "Target: Orvex Studio", cleanOrvexStudio },
-    { "ProductManager", "Target: Orvex Product Manager", cleanProductManager },
-    { "VelantoneMediaServer", "Target: Velantone Media Server", cleanVelantoneMediaServer },
-    { "Content", "Target: Content", cleanContent },
-    { "All", "Target: All", cleanAll },
-};
-
 constexpr juce::int64 logSizeLimitBytes = 5000000;
 
 static juce::String getLogFileName() { return juce::String (applicationName).replace (" ", "") + ".log"; }
-
-static const Target& getTarget (const juce::ArgumentList& args)
-{
-    const auto value = args.getValueForOption ("--clean");
-
-    if (value.isEmpty())
-        juce::ConsoleApplication::fail ("Missing --clean argument");
-
-    const auto isAskedFor = [&] (const Target& target) { return value == target.value; };
-    const auto target = std::find_if (std::begin (targets), std::end (targets), isAskedFor);
-
-    if (target == std::end (targets))
-    {
-        juce::StringArray values;
-
-        for (const auto& t : targets)
-            values.add (t.value);
-
-        juce::ConsoleApplication::fail ("Invalid --clean target: " + value
-                                        + ". Valid targets are: " + values.joinIntoString (", "));
-    }
-
-    return *target;
-}
 
 static void printBanner()
 {
