@@ -294,7 +294,8 @@ class Linux(Machine):
         super().__init__(scratch)
         self.preset = preset
         self.root = scratch / "machine"
-        self.options = []
+        # A coverage build counts in files beside its objects, which it has to be let write.
+        self.options = ["--bind", str(BUILD / preset), str(BUILD / preset)] if preset == "coverage" else []
         self.shared_data = self.root / "opt"
         self.program_files = self.root / "usr"
         self.user_data = self.root / "home/user/.config"
