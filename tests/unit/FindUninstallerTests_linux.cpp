@@ -158,6 +158,7 @@ TEST (FindUninstallerRefused, AnEnumerationEndsTheSearchInSilenceWhateverItsCode
         RecordingLogger logger;
         RecordingRegistry registry;
         registry.entries = { { "Else", terminated (u"Something else"), {} },
+                             { "More", terminated (u"Something more"), {} },
                              { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
         registry.refusalCode = code;
         registry.refuses = [] (const std::string& call) { return call == "enumerate key 1 at 1 into 4096"; };
