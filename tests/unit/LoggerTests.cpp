@@ -709,8 +709,7 @@ TEST (LogFileSizeLimit, LeavesAFileOfExactlyThatSizeAlone)
 {
     const TemporaryFolder folder;
     const auto file = folder.getChildFile ("log");
-    const std::string old = "one\r\ntwo\r\nthree\r\n";
-    file.replaceWithText (old);
+    file.replaceWithText ("one\r\ntwo\r\nthree\r\n");
     DefaultLogger logger;
 
     logger.openLogFile (file, "welcome", 17);
@@ -735,18 +734,18 @@ TEST (LogFileSizeLimit, KeepsFiveMillionBytesOfASessionsLog)
 {
     const TemporaryFolder folder;
     const auto file = folder.getChildFile ("log");
-    const auto lines = juce::String::repeatedString ("0123456789abcdef--\r\n", 250000);
+    const auto lines = juce::String::repeatedString ("0123456789abcdef--\r\n", 250000); // too many to be shown
     DefaultLogger logger;
 
     file.replaceWithText (lines);
     ASSERT_EQ (file.getSize(), 5000000);
     logger.openLogFile (file, "welcome", 5000000);
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), lines.toStdString() + banner ("welcome"));
+    EXPECT_TRUE (withoutBannerTime (bytesOf (file)) == lines.toStdString() + banner ("welcome"));
 
     file.replaceWithText ("x" + lines);
     ASSERT_EQ (file.getSize(), 5000001);
     logger.openLogFile (file, "welcome", 5000000);
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), lines.substring (18).toStdString() + banner ("welcome"));
+    EXPECT_TRUE (withoutBannerTime (bytesOf (file)) == lines.substring (18).toStdString() + banner ("welcome"));
 }
 
 TEST (LogFileSizeLimit, OfZeroDeletesTheOldFile)
