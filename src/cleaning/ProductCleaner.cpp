@@ -57,8 +57,8 @@ static void removeListedDirectory (const juce::File& directory, CleanResult& res
     }
 }
 
-// Differs from a listed directory on purpose: an entry that vanishes between the tests is passed
-// over in silence.
+// Differs from a listed directory on purpose: a file that is one is announced, and an entry that
+// vanishes between the tests is passed over in silence, where a directory counts as a deleted file.
 static void removeListedFile (const juce::File& file, CleanResult& result)
 {
     const auto& path = file.getFullPathName();

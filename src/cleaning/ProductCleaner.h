@@ -26,7 +26,7 @@ public:
         end it; nothing is retried. Links are removed, and what they point to stays.
 
         @returns    what was removed, and whether everything went well; if preClean() stopped the
-                    run, a failure with nothing removed
+                    run, the result as it left it
     */
     CleanResult clean();
 
@@ -41,16 +41,25 @@ protected:
     /** Runs before anything is deleted. Setting success to false stops the run. */
     virtual void preClean (CleanResult& result);
 
-    /** Runs after the last deletion and before the totals, but not in a run that was stopped. */
+    /** Runs after the last deletion and before the totals, but not in a run that was stopped. No
+        product needs it so far.
+    */
     virtual void postClean (CleanResult& result);
 
-    /** Adds a path to the directories to remove, unless it is listed already. */
+    /** Adds a path to the directories to remove, unless an equal juce::File is listed already, which
+        on Windows may differ in its letter case: then the text listed first stays.
+    */
     void addDirectory (const juce::File& directory);
 
     /** Adds each path of a table, in the table's order. */
     void addDirectories (std::initializer_list<TablePath> table);
 
+    /** The paths to remove as directories. One that turns out to be a file is removed as such. */
     juce::Array<juce::File> directories;
+
+    /** The paths to remove as files. Empty in every product: deliberately, even a plug-in that can be a
+        file stands among the directories.
+    */
     juce::Array<juce::File> files;
 };
 

@@ -13,11 +13,7 @@ static const char* getTag (LogLevel level)
     return juce::isPositiveAndBelow (level, juce::numElementsInArray (tags)) ? tags[level] : "";
 }
 
-void DefaultLogger::write (juce::String text)
-{
-    const std::lock_guard<std::mutex> lock (consoleMutex);
-    std::cout << text << std::endl;
-}
+void DefaultLogger::write (juce::String text) { writeToConsole (text); }
 
 void DefaultLogger::log (LogLevel level, juce::String message)
 {
@@ -28,12 +24,13 @@ void DefaultLogger::log (LogLevel level, juce::String message)
 
     const auto stamp = showTimestamps ? formatTimestamp() : juce::String();
 
+    // Deliberately without a blank between the stamp and the tag.
     std::ostringstream assembled;
     assembled << stamp << "[" << getTag (level) << "] " << message;
     const auto line = juce::String::fromUTF8 (assembled.str().c_str());
 
     if (reachesConsole)
-        write (line);
+        writeToConsole (line);
 
     // The file gets the console's text: without a stamp there, it has none here either.
     if (fileLogger != nullptr)
@@ -51,6 +48,12 @@ void DefaultLogger::openLogFile (const juce::File& file,
 juce::String DefaultLogger::getLogFilePath()
 {
     return fileLogger != nullptr ? fileLogger->getLogFile().getFullPathName() : juce::String();
+}
+
+void DefaultLogger::writeToConsole (const juce::String& text)
+{
+    const std::lock_guard<std::mutex> lock (consoleMutex);
+    std::cout << text << std::endl;
 }
 
 void DefaultLogger::closeLogFile() { fileLogger.reset(); }

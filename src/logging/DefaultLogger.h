@@ -34,6 +34,8 @@ public:
     juce::String formatTimestamp() const;
 
 private:
+    void writeToConsole (const juce::String& text);
+
     std::unique_ptr<juce::FileLogger> fileLogger;
 
     // Held for one console write at a time, never while formatting or writing to the file.

@@ -43,9 +43,10 @@ public:
 
         @param file                     the file to append to; created if it does not exist
         @param welcomeMessage           a line of the banner
-        @param maxInitialFileSizeBytes  a longer file loses whole lines from its beginning until it
-                                        is no longer than this many bytes; zero deletes it, and a
-                                        negative limit leaves it alone
+        @param maxInitialFileSizeBytes  of a longer file only this many bytes from its end are kept,
+                                        from the first line end among them on (without one, the file
+                                        is left whole); zero deletes the file, and a negative limit
+                                        leaves it alone
     */
     virtual void openLogFile (const juce::File& file,
                               const juce::String& welcomeMessage,

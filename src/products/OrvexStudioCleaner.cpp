@@ -20,7 +20,7 @@ OrvexStudioCleaner::OrvexStudioCleaner()
         { programFiles, "OrvexStudio" },
         { programFiles, "Orvex Studio" },
         { pluginData, "Orvex" },
-        { pluginData, "OrvexStudio" },
+        { pluginData, "OrvexStudio" }, // deliberately without a blank only
         { userData, "Orvex" },
         { userData, "OrvexMonitor" },
         { userData, "Orvex Monitor" },

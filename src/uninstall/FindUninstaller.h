@@ -8,12 +8,13 @@ namespace TessaraWorks
 /** Looks for an installed product among the machine-wide uninstall entries of the 64-bit registry.
 
     The first entry in the registry's own order counts whose display name contains the fragment, in
-    the same letter case. A refused registry access is logged, ends the search and counts as not
-    found.
+    the same letter case. A key that cannot be opened is logged, ends the search and counts as not
+    found; an entry without a readable name is passed over in silence.
 
     @param displayNameFragment  the text to look for; an empty one matches any readable name
     @param uninstallerPath      receives the entry's uninstall command without its double quotes;
-                                empty if the entry has none, and if nothing was found
+                                empty if it has none that fits into 2048 bytes, and if nothing was
+                                found
     @returns    whether an entry matched, with or without a command
 */
 bool findUninstaller (const juce::String& displayNameFragment, juce::String& uninstallerPath);

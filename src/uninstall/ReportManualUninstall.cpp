@@ -7,6 +7,7 @@ namespace TessaraWorks
 
 void reportManualUninstall (const juce::String& productName, const juce::String& uninstallerPath)
 {
+    // Advice, and deliberately not marked as a warning.
     log (Info, "Existing " + productName + " software installation detected.");
     log (Info, "Please first uninstall this software using Add/Remove Programs.");
 
