@@ -87,18 +87,28 @@ class Machine:
         """Lets every attempt to delete this file fail."""
         raise NotImplementedError
 
-    def start(self, *arguments: str, elevated: bool = True, stdin=subprocess.DEVNULL) -> subprocess.Popen:
+    def program_id(self, process: subprocess.Popen) -> int:
+        """The host's id of the program itself."""
+        raise NotImplementedError
+
+    def start(
+        self, *arguments: str, elevated: bool = True, stdin=subprocess.DEVNULL, stdout=None
+    ) -> subprocess.Popen:
         """Starts the program and goes on while it runs."""
         # Files and no pipes: what the program starts may outlive it and keep them open.
         with open(self.scratch / "console", "wb") as console, open(self.scratch / "errors", "wb") as errors:
             return subprocess.Popen(
                 self.command(arguments, elevated, stdin is not CLOSED),
                 stdin=subprocess.DEVNULL if stdin is CLOSED else stdin,
-                stdout=console,
+                stdout=stdout or console,
                 stderr=errors,
                 env=self.environment(),
                 cwd=self.working_folder,
             )
+
+    def kill(self, process: subprocess.Popen) -> None:
+        """Ends the program at once, as the task manager does."""
+        os.kill(self.program_id(process), signal.SIGKILL)
 
     def outcome(self, process: subprocess.Popen, timeout: float = 120) -> Run:
         """Waits for the program to end."""
@@ -251,6 +261,9 @@ class Windows(Machine):
         runners += [] if has_input else ["C:\\tools\\RunWithoutInput.exe"]
         return ["wine", *runners, self.shown(self.program), *arguments]
 
+    def program_id(self, process: subprocess.Popen) -> int:
+        return process.pid
+
     def tool(self, name: str, *arguments: str, **options) -> subprocess.Popen:
         """Starts one of the tests' small programs, or one of Windows' own."""
         return subprocess.Popen(["wine", name, *arguments], env=wine_environment(), cwd=self.c, **options)
@@ -296,6 +309,7 @@ class Linux(Machine):
         self.root = scratch / "machine"
         # A coverage build counts in files beside its objects, which it has to be let write.
         self.options = ["--bind", str(BUILD / preset), str(BUILD / preset)] if preset == "coverage" else []
+        self.launcher = []  # a command in front of the program
         self.shared_data = self.root / "opt"
         self.program_files = self.root / "usr"
         self.user_data = self.root / "home/user/.config"
@@ -321,14 +335,19 @@ class Linux(Machine):
         return dict(os.environ)
 
     def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
+        launcher = self.launcher if has_input else ["/bin/sh", "-c", 'exec "$@" <&-', "sh", *self.launcher]
         return [
             "env", f"ISOLATED_UID={0 if elevated else 1000}",
             str(TOP / "tests" / "isolated"), str(self.root),
             "--ro-bind", "/usr/bin/dash", "/bin/sh",
             "--ro-bind", str(BUILD / self.preset / "OrvexCleaner"), self.shown(self.program),
             *self.options,
-            "--", *([] if has_input else ["/bin/sh", "-c", 'exec "$@" <&-', "sh"]), self.shown(self.program), *arguments,
+            "--", *launcher, self.shown(self.program), *arguments,
         ]  # fmt: skip
+
+    def program_id(self, process: subprocess.Popen) -> int:
+        (child,) = Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()
+        return int(child)  # of bubblewrap, which the process has become
 
     def shown_folders(self) -> list[str]:
         calls = self.root / "tmp" / "shown"

@@ -1,0 +1,558 @@
+"""What becomes of a session when the machine lets it down, or is out of the ordinary."""
+
+import copy
+import fcntl
+import itertools
+import os
+import shutil
+import signal
+import subprocess
+import threading
+from contextlib import contextmanager
+from pathlib import Path
+
+import pytest
+
+from machines import Windows, wait_for
+from texts import BANNER, FAILURE, LOG_BANNER
+
+# 400,000 are removed as well, but it takes half a minute to make and remove them.
+VERY_MANY_FILES = int(os.environ.get("ORVEX_VERY_MANY_FILES", "40000"))
+
+QUESTION = """\
+[time][Info] Target: Content
+[time][Info] Remove all Velantone content & playlist files?
+"""
+
+NOTHING_TO_REMOVE = """\
+[time][Info] Cleaning: Velantone Content
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 0
+[time][Info] Velantone Content was successfully removed.
+"""
+
+
+def removed(machine) -> str:
+    content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
+    return f"""\
+[time][Info] Cleaning: Velantone Content
+[time][Info] Deleting directory: {content}
+[time][Info] Directory deleted: {content}
+[time][Info] Directories removed: 1
+[time][Info] Files removed: 0
+[time][Info] Velantone Content was successfully removed.
+"""
+
+
+def not_removed(machine) -> str:
+    content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
+    return f"""\
+[time][Info] Cleaning: Velantone Content
+[time][Info] Deleting directory: {content}
+[time][Critical] Unable to delete directory: {content}
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 0
+[time][Info] Velantone Content encountered errors and could not be removed.
+"""
+
+
+def vanished_meanwhile(machine) -> str:
+    content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
+    return f"""\
+[time][Info] Cleaning: Velantone Content
+[time][Warning] Directory is actually a file, attempting to delete file...
+[time][Info] File deleted: {content}
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 1
+[time][Info] Velantone Content was successfully removed.
+"""
+
+
+def ending(machine) -> str:
+    return f"""\
+Cleaning finished successfully.
+Log file written to: {machine.shown(machine.log_file)}
+Press enter to exit
+"""
+
+
+def place_content(machine) -> Path:
+    content = machine.shared_data / "TessaraWorks" / "Content"
+    (content / "Packs" / "Strings").mkdir(parents=True)
+    (content / "Packs" / "Strings" / "Legato.pack").write_text("samples")
+    (content / "Favourites.playlist").write_text("songs")
+    return content
+
+
+def wait_for_prompt(machine, number: int = 1) -> None:
+    assert wait_for(lambda: machine.console().count("Y/n? ") == number)
+
+
+def answer(process: subprocess.Popen, text: bytes) -> None:
+    process.stdin.write(text)
+    process.stdin.flush()
+
+
+def test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt(machine):
+    content = place_content(machine)
+
+    with machine.start("--clean=All", stdin=subprocess.PIPE) as process:
+        answer(process, b"n\ny\n")
+        wait_for_prompt(machine, 3)
+        machine.kill(process)
+        run = machine.outcome(process)
+
+    transcript = f"""\
+[time][Info] Target: All
+[time][Info] All installed Orvex & Velantone products will be cleaned.
+[time][Info] Remove Orvex Studio and all of its associated files?
+Y/n? [time][Info] Cleaning cancelled by the user.
+[time][Info] Remove all Velantone content & playlist files?
+Y/n? {removed(machine)}\
+[time][Info] Remove Velantone Media Server and all of its associated files?
+Y/n? """
+    assert run.console == BANNER + transcript
+    assert run.errors == ""
+    assert run.log == LOG_BANNER + transcript.replace("Y/n? ", "")
+    assert run.revealed == []
+    assert not content.exists()
+
+
+# Linux only: there, a tree that takes a while to delete is made in no time.
+def test_has_every_line_in_the_log_file_when_it_is_killed_while_it_deletes(linux, deep_folders):
+    content = linux.shared_data / "TessaraWorks" / "Content"
+    deep_folders(content, "d", 1200)
+
+    process = linux.start("--clean=Content")
+    assert wait_for(lambda: "Deleting directory" in (linux.log() or ""))
+    linux.kill(process)
+    run = linux.outcome(process)
+
+    steps = """\
+[time][Info] Cleaning: Velantone Content
+[time][Info] Deleting directory: /opt/TessaraWorks/Content
+"""
+    assert run.console == BANNER + QUESTION + "Y/n? " + steps
+    assert run.errors == ""
+    assert run.log == LOG_BANNER + QUESTION + steps
+    assert content.is_dir()
+
+
+# Linux only, like the next: Wine's disk is the host's.
+def test_goes_on_without_a_log_when_the_disk_is_full(linux):
+    content = place_content(linux)
+    linux.options += ["--size", "4096", "--tmpfs", "/home/user/Desktop"]
+    linux.launcher = ["/bin/sh", "-c", 'echo mine > /home/user/Desktop/Notes.txt; exec "$@"', "sh"]
+
+    with linux.start("--clean=Content", stdin=subprocess.PIPE) as process:
+        answer(process, b"y\n")
+        wait_for(lambda: linux.console().endswith("exit\n"))
+        log = log_on_disk_of_its_own(linux, process)
+        answer(process, b"\n")
+        run = linux.outcome(process)
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert log == b""
+    assert not content.exists()
+
+
+def test_fills_the_disk_with_the_log_and_goes_on_without_it(linux):
+    content = place_content(linux)
+    linux.options += ["--size", "4096", "--tmpfs", "/home/user/Desktop"]
+    linux.launcher = ["/bin/sh", "-c", 'printf "%3700d\r\n" 1 > /home/user/Desktop/OrvexCleaner.log; exec "$@"', "sh"]
+
+    with linux.start("--clean=Content", stdin=subprocess.PIPE) as process:
+        answer(process, b"y\n")
+        wait_for(lambda: linux.console().endswith("exit\n"))
+        log = log_on_disk_of_its_own(linux, process)
+        answer(process, b"\n")
+        run = linux.outcome(process)
+
+    said = (linux.scratch / "console").read_bytes().replace(b"Y/n? ", b"").splitlines()
+    lines = b"".join(line + b"\r\n" for line in said if line.startswith(b"["))
+    earlier, _, session = log.partition(b"\r\n\r\n")
+    _, _, lines_in_log = session.partition(b"\r\n\r\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert len(log) == 4096
+    assert earlier == b" " * 3699 + b"1"
+    assert len(lines_in_log) > 100
+    assert lines.startswith(lines_in_log)
+    assert not content.exists()
+
+
+def log_on_disk_of_its_own(linux, process: subprocess.Popen) -> bytes:
+    """The log file as only the program sees it."""
+    return Path(f"/proc/{linux.program_id(process)}/root/home/user/Desktop/OrvexCleaner.log").read_bytes()
+
+
+def test_goes_on_without_a_log_when_the_desktop_disappears_between_two_lines(machine):
+    content = place_content(machine)
+
+    with machine.start("--clean=Content", stdin=subprocess.PIPE) as process:
+        wait_for_prompt(machine)
+        shutil.rmtree(machine.desktop)
+        answer(process, b"y\n\n")
+        run = machine.outcome(process)
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log is None
+    assert wait_for(machine.shown_folders, seconds=0.5) == []
+    assert not machine.desktop.exists()
+    assert not content.exists()
+
+
+# Linux only: Windows deletes no folder that is the current one of a program.
+def test_does_not_need_its_current_folder(linux):
+    content = place_content(linux)
+    current = linux.root / "home/user/Current"
+    current.mkdir()
+    linux.launcher = ["/bin/sh", "-c", 'cd Current; echo started; read -r _; exec "$@"', "sh"]
+    complaint = "sh: 0: getcwd() failed: No such file or directory\n"
+
+    with linux.start("--clean=Content", stdin=subprocess.PIPE) as process:
+        wait_for(lambda: linux.console() == "started\n")
+        current.rmdir()
+        answer(process, b"go on\n")
+        answer(process, b"y\n\n")
+        run = linux.outcome(process)
+
+    assert run.console == "started\n" + BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
+    assert run.errors == complaint * 2  # of the shells that show the desktop: the library's and the stub
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(linux)
+    assert run.revealed == ["/home/user/Desktop"]
+    assert not content.exists()
+
+
+# Linux only: there, the log file gets the number of the closed output.
+def test_has_all_in_the_log_file_when_the_output_is_closed(linux):
+    content = place_content(linux)
+    linux.launcher = ["/bin/sh", "-c", 'exec "$@" >&-', "sh"]
+
+    run = linux.run("--clean=Content", answers="y\n\n")
+
+    assert run.console == ""
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(linux)
+    assert wait_for(linux.shown_folders) == ["/home/user/Desktop"]
+    assert not content.exists()
+
+
+def test_has_all_in_the_log_file_when_the_output_goes_to_a_full_disk(machine):
+    content = place_content(machine)
+
+    with machine.input("y\n\n") as stdin, open("/dev/full", "wb") as full_disk:
+        run = machine.outcome(machine.start("--clean=Content", stdin=stdin, stdout=full_disk))
+
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(machine)
+    assert wait_for(machine.shown_folders) == [machine.shown(machine.desktop)]
+    assert not content.exists()
+
+
+@contextmanager
+def full_pipe():
+    """Both ends of a pipe that has no room left."""
+    reader, writer = os.pipe()
+    fcntl.fcntl(writer, fcntl.F_SETPIPE_SZ, 4096)
+    os.write(writer, b"." * 4096)
+
+    with open(reader, "rb") as readable, open(writer, "wb") as writable:
+        yield readable, writable
+
+
+def test_does_nothing_until_somebody_reads_its_output(machine):
+    content = place_content(machine)
+
+    with full_pipe() as (reader, writer):
+        process = machine.start("--clean=Content", stdout=writer)
+        writer.close()
+        has_done_something = wait_for(lambda: process.poll() or machine.log() or not content.exists(), seconds=1)
+        (machine.scratch / "console").write_bytes(reader.read())
+        run = machine.outcome(process)
+
+    assert not has_done_something
+    assert run.console == "." * 4096 + BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(machine)
+    assert not content.exists()
+
+
+def test_is_ended_by_linux_when_the_reader_of_its_output_goes_away(linux):
+    content = place_content(linux)
+
+    with full_pipe() as (reader, writer):
+        process = linux.start("--clean=Content", stdout=writer)
+        writer.close()
+        has_ended = wait_for(lambda: process.poll() is not None, seconds=0.5)
+        reader.close()
+        run = linux.outcome(process)
+
+    assert not has_ended
+    assert run.errors == ""
+    assert run.exit_code == 128 + signal.SIGPIPE
+    assert run.log is None
+    assert content.is_dir()
+
+
+def test_goes_on_under_windows_when_the_reader_of_its_output_goes_away(windows):
+    content = place_content(windows)
+
+    with full_pipe() as (reader, writer):
+        process = windows.start("--clean=Content", stdout=writer)
+        writer.close()
+        has_ended = wait_for(lambda: process.poll() is not None, seconds=0.5)
+        reader.close()
+        run = windows.outcome(process)
+
+    assert not has_ended
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(windows)
+    assert not content.exists()
+
+
+@contextmanager
+def growing(folder: Path):
+    """Makes one file after the other in the folder until it is gone."""
+    stopped = threading.Event()
+
+    def grow() -> None:
+        for number in itertools.count():
+            try:
+                (folder / f"{number}.pack").touch()
+            except FileNotFoundError:
+                return
+
+            if stopped.is_set():
+                return
+
+    thread = threading.Thread(target=grow)
+    thread.start()
+
+    try:
+        yield
+    finally:
+        stopped.set()
+        thread.join()
+
+
+def test_removes_a_tree_that_grows_or_says_that_it_could_not(machine):
+    content = place_content(machine)
+
+    with growing(content):
+        run = machine.run("--clean=Content", answers="y\n\n")
+
+    if content.exists():
+        assert run.console == BANNER + QUESTION + "Y/n? " + not_removed(machine)
+        assert run.errors == FAILURE
+        assert run.exit_code == 1
+        assert run.log == LOG_BANNER + QUESTION + not_removed(machine)
+    else:
+        assert run.console == BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
+        assert run.errors == ""
+        assert run.exit_code == 0
+        assert run.log == LOG_BANNER + QUESTION + removed(machine)
+
+
+# Windows only: Linux deletes a file although it is open.
+def test_fails_at_a_file_that_is_opened_while_the_question_waits_and_removes_it_the_next_time(windows):
+    content = place_content(windows)
+    locked = content / "Packs" / "Strings" / "Legato.pack"
+
+    with windows.start("--clean=Content", stdin=subprocess.PIPE) as process:
+        wait_for_prompt(windows)
+
+        with windows.held_open(locked):
+            answer(process, b"y\n")
+            first = windows.outcome(process)
+
+    left = [path for path in content.rglob("*") if path.is_file()]
+    second = windows.run("--clean=Content", answers="y\n\n")
+
+    assert first.console == BANNER + QUESTION + "Y/n? " + not_removed(windows)
+    assert first.errors == FAILURE
+    assert first.exit_code == 1
+    assert first.log == LOG_BANNER + QUESTION + not_removed(windows)
+    assert left == [locked]
+    assert second.console == BANNER + QUESTION + "Y/n? " + removed(windows) + ending(windows)
+    assert second.errors == ""
+    assert second.exit_code == 0
+    assert second.log == first.log + LOG_BANNER + QUESTION + removed(windows)
+    assert not content.exists()
+
+
+@pytest.fixture
+def deep_folders():
+    """Makes folders in one another, with a file in the innermost, and removes what a test left of them."""
+    made = []
+
+    def make(folder: Path, name: str, depth: int) -> None:
+        made.append(folder)
+        folder.mkdir(parents=True)
+        opened = os.open(folder, os.O_RDONLY)
+
+        for _ in range(depth):
+            os.mkdir(name, dir_fd=opened)
+            opened = step_into(opened, name)
+
+        os.close(os.open("Legato.pack", os.O_CREAT, dir_fd=opened))
+        os.close(opened)
+
+    yield make
+
+    for folder in made:
+        subprocess.run(["rm", "-rf", folder], check=True)
+
+
+def step_into(folder: int, name: str) -> int:
+    """Opens one folder behind the other, since the system takes no path that names all of them."""
+    inner = os.open(name, os.O_RDONLY, dir_fd=folder)
+    os.close(folder)
+    return inner
+
+
+def depth_of(folder: Path, name: str) -> int:
+    opened = os.open(folder, os.O_RDONLY)
+    depth = 0
+
+    while name in os.listdir(opened):
+        opened = step_into(opened, name)
+        depth += 1
+
+    assert os.listdir(opened) == ["Legato.pack"]
+    os.close(opened)
+    return depth
+
+
+def test_removes_folders_1000_deep(linux, deep_folders):
+    content = linux.shared_data / "TessaraWorks" / "Content"
+    deep_folders(content, "d", 1000)
+
+    run = linux.run("--clean=Content", answers="y\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(linux)
+    assert not content.exists()
+
+
+# Wine takes ten seconds for 1,000; these are enough for paths of more than 259 characters.
+def test_removes_folders_200_deep_on_windows(windows, deep_folders):
+    content = windows.shared_data / "TessaraWorks" / "Content"
+    deep_folders(content, "d", 200)
+
+    run = windows.run("--clean=Content", answers="y\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + removed(windows) + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(windows)
+    assert not content.exists()
+
+
+# A path has at most 4,095 bytes on Linux, and so under Wine. On Windows it has 259 characters, or 32,766 where long
+# paths are allowed.
+def test_leaves_a_branch_whose_paths_are_too_long_and_removes_the_rest(machine, deep_folders):
+    content = place_content(machine)
+    deep_folders(content / "Deep", "folder-0001", 1000)
+
+    run = machine.run("--clean=Content", answers="y\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + not_removed(machine)
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + QUESTION + not_removed(machine)
+    assert os.listdir(content) == ["Deep"]
+    assert depth_of(content / "Deep", "folder-0001") == 1000
+
+
+@pytest.mark.parametrize("linux", ["native"], indirect=True)
+def test_removes_very_many_files_in_one_folder(linux):
+    content = linux.shared_data / "TessaraWorks" / "Content"
+    content.mkdir(parents=True)
+    folder = os.open(content, os.O_RDONLY)
+
+    for number in range(VERY_MANY_FILES):
+        os.close(os.open(f"{number}.pack", os.O_CREAT, dir_fd=folder))
+
+    os.close(folder)
+
+    run = linux.run("--clean=Content", answers="y\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + removed(linux)
+    assert not content.exists()
+
+
+@pytest.fixture
+def other_copy(machine):
+    """The same machine for a second copy of the program, with a console of its own."""
+    other = copy.copy(machine)
+    other.scratch = machine.scratch / "other"
+    other.scratch.mkdir()
+    return other
+
+
+def test_shares_the_log_file_with_a_copy_that_runs_while_it_waits(machine, other_copy):
+    content = place_content(machine)
+
+    with machine.start("--clean=Content", stdin=subprocess.PIPE) as process:
+        wait_for_prompt(machine)
+        other = other_copy.run("--clean=Content", answers="y\n\n")
+        answer(process, b"y\n\n")
+        run = machine.outcome(process)
+
+    assert other.console == BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
+    assert other.errors == ""
+    assert other.exit_code == 0
+    assert run.console == BANNER + QUESTION + "Y/n? " + NOTHING_TO_REMOVE + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + LOG_BANNER + QUESTION + removed(machine) + NOTHING_TO_REMOVE
+    assert not content.exists()
+
+
+def test_ends_as_usual_beside_a_copy_that_deletes_the_same_at_the_same_time(machine, other_copy):
+    content = place_content(machine)
+
+    for number in range(500):
+        (content / f"{number}.pack").touch()
+
+    with (
+        machine.start("--clean=Content", stdin=subprocess.PIPE) as process,
+        other_copy.start("--clean=Content", stdin=subprocess.PIPE) as other_process,
+    ):
+        wait_for_prompt(machine)
+        wait_for_prompt(other_copy)
+        answer(process, b"y\n\n")
+        answer(other_process, b"y\n\n")
+        runs = [machine.outcome(process), other_copy.outcome(other_process)]
+
+    successes = [removed(machine), NOTHING_TO_REMOVE, vanished_meanwhile(machine)]
+    outcomes = [("Y/n? " + steps + ending(machine), "", 0) for steps in successes]
+    outcomes.append(("Y/n? " + not_removed(machine), FAILURE, 1))
+
+    for run in runs:
+        assert (run.console.removeprefix(BANNER + QUESTION), run.errors, run.exit_code) in outcomes
+
+    assert not content.exists()
+
+    # Windows lets only one of them write at a time: the other's line is lost, but none is broken. On Linux, the
+    # library writes where the file ended when it was opened, and one line may overwrite another.
+    if isinstance(machine, Windows):
+        whole_lines = "".join([LOG_BANNER, QUESTION, *successes, not_removed(machine)]).split("\n")
+        assert [line for line in machine.log().split("\n") if line not in whole_lines] == []
