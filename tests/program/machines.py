@@ -112,7 +112,11 @@ class Machine:
 
     def outcome(self, process: subprocess.Popen, timeout: float = 120) -> Run:
         """Waits for the program to end."""
-        exit_code = process.wait(timeout)
+        try:
+            exit_code = process.wait(timeout)
+        finally:
+            process.kill()  # one that asks for ever would fill the disk
+
         console = self.console()
 
         if console.endswith("Press enter to exit\n") and self.log_file.is_file():
