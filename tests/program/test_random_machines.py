@@ -8,6 +8,7 @@ where -k windows, -k native or -k sanitize chooses the kind. A seed that fails s
 that it stands for, and where the run differs from the prediction.
 """
 
+import difflib
 import os
 
 import pytest
@@ -31,4 +32,6 @@ def test_does_what_the_model_says(machine, seed):
     outcome = run_on(machine, situation)
 
     predicted = Model(machine, situation).run(situation.arguments)
-    assert str(outcome) == str(predicted), f"on this machine:\n{situation}"
+    lines = [str(predicted).split("\n"), str(outcome).split("\n")]
+    difference = "\n".join(difflib.unified_diff(*lines, "as the model says", "as it is", lineterm=""))
+    assert difference == "", f"on this machine:\n{situation}\n\n{difference}"
