@@ -9,8 +9,12 @@ target_sources (OrvexCleaner PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.r
 set_source_files_properties ("${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.rc" PROPERTIES
     OBJECT_DEPENDS "${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.manifest")
 
+# A folder in a folder takes a call in a call, and a path of Windows has room for 16,383 of them.
+set (stack_bytes 4194304)
+
 if (MSVC)
-    target_link_options (OrvexCleaner PRIVATE /MANIFEST:NO /DEPENDENTLOADFLAG:0x800 /HIGHENTROPYVA /DYNAMICBASE /NXCOMPAT)
+    target_link_options (OrvexCleaner PRIVATE /STACK:${stack_bytes} /MANIFEST:NO /DEPENDENTLOADFLAG:0x800 /HIGHENTROPYVA /DYNAMICBASE /NXCOMPAT)
 else()
     target_sources (OrvexCleaner PRIVATE src/app/Image_windows.c)
+    target_link_options (OrvexCleaner PRIVATE -Wl,--stack,${stack_bytes})
 endif()

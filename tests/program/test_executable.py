@@ -83,6 +83,13 @@ def test_has_no_section_that_is_writable_and_executable(described):
     assert [s for s in sections if "IMAGE_SCN_MEM_WRITE" in s and "IMAGE_SCN_MEM_EXECUTE" in s] == []
 
 
+def test_has_a_stack_for_folders_as_deep_as_a_path_is_long(described):
+    deepest = 32766 // 2
+    bytes_of_a_call = 128  # of juce::File::deleteRecursively, optimised for size
+
+    assert int(field(described, "SizeOfStackReserve")) >= deepest * bytes_of_a_call * 3 // 2
+
+
 def test_is_small(windows_executable):
     assert windows_executable.stat().st_size <= 1_100_000
 
