@@ -4,7 +4,7 @@ import pytest
 
 from machines import BUILD, WINE_PREFIX, Linux, Windows
 
-pytest.register_assert_rewrite("sessions", "random_machines")
+pytest.register_assert_rewrite("random_machines")
 
 # Each is Windows or a preset that was built for Linux.
 MACHINES = os.environ.get("ORVEX_TEST_MACHINES", "windows native sanitize").split()

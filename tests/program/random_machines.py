@@ -10,7 +10,7 @@ from pathlib import PurePosixPath as Path
 
 from machines import UNINSTALL_KEY
 from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
-from texts import BANNER, FAILURE, LOG_BANNER
+from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 FOLDER, FILE, UNDELETABLE = "folder", "file", "undeletable file"
 
@@ -236,16 +236,11 @@ class Model:
             success = all([self.offer(product) for product in PRODUCTS])
 
         by_option = bool(arguments) and arguments[0].startswith("--clean=")
-        ending = f"""\
-Cleaning finished successfully.
-Log file written to: {self.machine.shown(self.machine.log_file)}
-Press enter to exit
-"""
         return Outcome(
-            console=BANNER + self.transcript + (ending if success else ""),
+            console=BANNER + self.transcript + (ending(self.machine) if success else ""),
             errors="" if success else FAILURE,
             exit_code=1 if by_option and not success else 0,
-            log=LOG_BANNER + self.transcript.replace("Y/n? ", ""),
+            log=LOG_BANNER + without_prompts(self.transcript),
             paths=set(self.paths),
             calls=self.calls,
         )

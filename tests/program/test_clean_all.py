@@ -5,7 +5,7 @@ from itertools import product as combinations
 import pytest
 
 from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
-from sessions import assert_failure, assert_success
+from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 
 def place_all_products(machine):
@@ -20,7 +20,7 @@ def test_asks_five_questions_and_succeeds_when_all_are_declined(machine):
 
     run = machine.run("--clean=All", answers="n\nn\nn\nn\nn\n\n")
 
-    assert_success(machine, run, """\
+    transcript = """\
 [time][Info] Target: All
 [time][Info] All installed Orvex & Velantone products will be cleaned.
 [time][Info] Remove Orvex Studio and all of its associated files?
@@ -33,7 +33,12 @@ Y/n? [time][Info] Cleaning cancelled by the user.
 Y/n? [time][Info] Cleaning cancelled by the user.
 [time][Info] Remove all Tessara Works global directories and files?
 Y/n? [time][Info] Cleaning cancelled by the user.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert machine.tree() == before
 
 
@@ -73,7 +78,11 @@ def test_cleans_those_products_that_were_answered_with_yes(machine, answers):
     run = machine.run("--clean=All", answers="".join(f"{answer}\n" for answer in answers) + "\n")
 
     listed = {path for product in PRODUCTS for path in product.paths(machine)}
-    assert_success(machine, run, transcript)
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert listed & machine.tree() == present
     assert machine.tree() >= before
 
@@ -123,7 +132,11 @@ Y/n? [time][Info] Cleaning: {product.name}
 [time][Info] {product.name} was successfully removed.
 """
 
-    assert_failure(run, transcript)
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert [product for product, folder in folders.items() if folder.exists()] == failed
 
 
@@ -145,7 +158,7 @@ def test_carries_out_the_steps_behind_one_whose_uninstaller_could_not_be_started
     run = windows.run("--clean=All", answers="y\ny\ny\ny\ny\n")
 
     player = windows.shown(windows.user_data / "VelantonePlayer")
-    assert_failure(run, f"""\
+    transcript = f"""\
 [time][Info] Target: All
 [time][Info] All installed Orvex & Velantone products will be cleaned.
 [time][Info] Remove Orvex Studio and all of its associated files?
@@ -183,7 +196,12 @@ Y/n? [time][Info] Cleaning: Tessara Works Global Directories
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Tessara Works Global Directories was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert [folder.exists() for folder in folders] == [True, False, False, True]
 
 
@@ -215,13 +233,18 @@ def test_runs_for_any_arguments_that_are_no_command_and_exits_with_0_after_a_suc
 
     run = machine.run(*arguments, answers="n\ny\nn\nn\nn\n\n")
 
-    assert_success(machine, run, NOTHING_BUT_CONTENT.format(content_run=f"""\
+    transcript = NOTHING_BUT_CONTENT.format(content_run=f"""\
 [time][Info] Deleting directory: {machine.shown(content)}
 [time][Info] Directory deleted: {machine.shown(content)}
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-"""))
+""")
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
 
 
 @pytest.mark.parametrize(
@@ -237,13 +260,18 @@ def test_exits_with_1_after_a_failure_only_if_it_was_asked_for_by_its_name(machi
 
     run = machine.run(*arguments, answers="n\ny\nn\nn\nn\n")
 
-    assert_failure(run, NOTHING_BUT_CONTENT.format(content_run=f"""\
+    transcript = NOTHING_BUT_CONTENT.format(content_run=f"""\
 [time][Info] Deleting directory: {machine.shown(content)}
 [time][Critical] Unable to delete directory: {machine.shown(content)}
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] Velantone Content encountered errors and could not be removed.
-"""), exit_code)
+""")
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == exit_code
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
 
 
 @pytest.mark.parametrize("answers", ["", "y", "\n\n"], ids=["no input", "one yes", "two empty lines"])
@@ -261,7 +289,7 @@ def test_takes_the_end_of_the_input_for_a_yes_to_all_that_follows(machine, answe
             for path in paths
         )
 
-    assert_success(machine, run, f"""\
+    transcript = f"""\
 [time][Info] Target: All
 [time][Info] All installed Orvex & Velantone products will be cleaned.
 [time][Info] Remove Orvex Studio and all of its associated files?
@@ -294,13 +322,18 @@ Y/n? [time][Info] Cleaning: Tessara Works Global Directories
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Tessara Works Global Directories was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
 
 
 def test_declines_what_was_answered_before_the_input_ended(machine):
     run = machine.run("--clean=All", answers="n\nn")
 
-    assert_success(machine, run, """\
+    transcript = """\
 [time][Info] Target: All
 [time][Info] All installed Orvex & Velantone products will be cleaned.
 [time][Info] Remove Orvex Studio and all of its associated files?
@@ -322,4 +355,9 @@ Y/n? [time][Info] Cleaning: Tessara Works Global Directories
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] Tessara Works Global Directories was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]

@@ -2,7 +2,7 @@
 
 import pytest
 
-from texts import BANNER, LOG_BANNER
+from texts import BANNER, DECLINED, LOG_BANNER, ending, without_prompts
 
 HELP = {
     "OrvexCleaner.exe": """\
@@ -37,24 +37,6 @@ Y/n? [time][Info] Cleaning cancelled by the user.
 [time][Info] Remove all Tessara Works global directories and files?
 Y/n? [time][Info] Cleaning cancelled by the user.
 """
-
-CONTENT_DECLINED = """\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-"""
-
-
-def ending(machine) -> str:
-    return f"""\
-Cleaning finished successfully.
-Log file written to: {machine.shown(machine.log_file)}
-Press enter to exit
-"""
-
-
-def without_prompts(console: str) -> str:
-    return console.replace("Y/n? ", "")
 
 
 @pytest.mark.parametrize(
@@ -275,29 +257,29 @@ def test_takes_arguments_with_wildcards_as_they_were_typed(windows):
 def test_takes_the_first_of_two_targets(machine):
     run = machine.run("--clean=Content", "--clean=All", answers="n\n\n")
 
-    assert run.console == BANNER + CONTENT_DECLINED + ending(machine)
+    assert run.console == BANNER + DECLINED + ending(machine)
     assert run.errors == ""
     assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(CONTENT_DECLINED)
+    assert run.log == LOG_BANNER + without_prompts(DECLINED)
 
 
 @pytest.mark.parametrize("others", [["-1"], ["-c"], ["Content"], ["--all"], ["all", "of", "it"]])
 def test_cleans_the_target_among_unknown_arguments(linux, others):
     run = linux.run(*others, "--clean=Content", *others, answers="n\n\n")
 
-    assert run.console == BANNER + CONTENT_DECLINED + ending(linux)
+    assert run.console == BANNER + DECLINED + ending(linux)
     assert run.errors == ""
     assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(CONTENT_DECLINED)
+    assert run.log == LOG_BANNER + without_prompts(DECLINED)
 
 
 def test_drops_blanks_and_quotes_around_an_argument_and_empty_arguments(machine):
     run = machine.run("", "   ", ' "--clean=Content" ', "-1", answers="n\n\n")
 
-    assert run.console == BANNER + CONTENT_DECLINED + ending(machine)
+    assert run.console == BANNER + DECLINED + ending(machine)
     assert run.errors == ""
     assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(CONTENT_DECLINED)
+    assert run.log == LOG_BANNER + without_prompts(DECLINED)
 
 
 def test_keeps_blanks_inside_of_quotes(linux):

@@ -5,20 +5,7 @@ import subprocess
 import pytest
 
 from machines import contents_of
-from texts import BANNER, FAILURE, LOG_BANNER
-
-QUESTION = """\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-"""
-
-
-def ending(machine) -> str:
-    return f"""\
-Cleaning finished successfully.
-Log file written to: {machine.shown(machine.log_file)}
-Press enter to exit
-"""
+from texts import BANNER, FAILURE, LOG_BANNER, QUESTION, ending
 
 
 def test_finds_nothing_to_remove_and_calls_it_a_success(machine):

@@ -14,15 +14,10 @@ from pathlib import Path
 import pytest
 
 from machines import Windows, wait_for
-from texts import BANNER, FAILURE, LOG_BANNER
+from texts import BANNER, FAILURE, LOG_BANNER, QUESTION, ending, without_prompts
 
 # 400,000 are removed as well, but it takes half a minute to make and remove them.
 VERY_MANY_FILES = int(os.environ.get("ORVEX_VERY_MANY_FILES", "40000"))
-
-QUESTION = """\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-"""
 
 NOTHING_TO_REMOVE = """\
 [time][Info] Cleaning: Velantone Content
@@ -68,14 +63,6 @@ def vanished_meanwhile(machine) -> str:
 """
 
 
-def ending(machine) -> str:
-    return f"""\
-Cleaning finished successfully.
-Log file written to: {machine.shown(machine.log_file)}
-Press enter to exit
-"""
-
-
 def place_content(machine) -> Path:
     content = machine.shared_data / "TessaraWorks" / "Content"
     (content / "Packs" / "Strings").mkdir(parents=True)
@@ -113,7 +100,7 @@ Y/n? {removed(machine)}\
 Y/n? """
     assert run.console == BANNER + transcript
     assert run.errors == ""
-    assert run.log == LOG_BANNER + transcript.replace("Y/n? ", "")
+    assert run.log == LOG_BANNER + without_prompts(transcript)
     assert run.revealed == []
     assert not content.exists()
 

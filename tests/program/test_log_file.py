@@ -3,28 +3,7 @@
 import re
 
 from machines import contents_of, wait_for
-from texts import BANNER, FAILURE, LOG_BANNER
-
-DECLINED = """\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-"""
-
-DECLINED_IN_LOG = """\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-[time][Info] Cleaning cancelled by the user.
-"""
-
-
-def ending(machine) -> str:
-    return f"""\
-Cleaning finished successfully.
-Log file written to: {machine.shown(machine.log_file)}
-Press enter to exit
-"""
-
+from texts import BANNER, DECLINED, FAILURE, LOG_BANNER, ending, without_prompts
 
 def test_is_text_with_windows_line_ends_behind_a_banner_with_the_time_of_the_start(machine):
     machine.run("--clean=Content", answers="n\n\n")
@@ -46,8 +25,8 @@ def test_of_an_earlier_run_is_appended_to(machine):
     first = machine.run("--clean=Content", answers="n\n\n")
     second = machine.run("--clean=Content", answers="n\n\n")
 
-    assert first.log == LOG_BANNER + DECLINED_IN_LOG
-    assert second.log == LOG_BANNER + DECLINED_IN_LOG + LOG_BANNER + DECLINED_IN_LOG
+    assert first.log == LOG_BANNER + without_prompts(DECLINED)
+    assert second.log == LOG_BANNER + without_prompts(DECLINED) + LOG_BANNER + without_prompts(DECLINED)
     assert second.console == BANNER + DECLINED + ending(machine)
     assert second.errors == ""
     assert second.exit_code == 0
@@ -66,7 +45,7 @@ def test_of_5000000_bytes_is_kept_whole(machine):
 
     is_kept = run.log.startswith(old)
     assert is_kept
-    assert run.log[len(old) :] == LOG_BANNER + DECLINED_IN_LOG
+    assert run.log[len(old) :] == LOG_BANNER + without_prompts(DECLINED)
     assert run.console == BANNER + DECLINED + ending(machine)
     assert run.exit_code == 0
 
@@ -81,7 +60,7 @@ def test_of_5000001_bytes_loses_the_line_that_exceeds_the_limit(machine):
     kept = old.removeprefix("the first line")
     is_kept = run.log.startswith(kept)
     assert is_kept
-    assert run.log[len(kept) :] == LOG_BANNER + DECLINED_IN_LOG
+    assert run.log[len(kept) :] == LOG_BANNER + without_prompts(DECLINED)
     assert run.console == BANNER + DECLINED + ending(machine)
     assert run.exit_code == 0
     assert [file.name for file in machine.desktop.iterdir()] == ["OrvexCleaner.log"]
@@ -164,7 +143,7 @@ Press enter to exit
     assert run.errors == ""
     assert run.exit_code == 0
     windows.log_file = drive_d / "OrvexCleaner.log"
-    assert windows.log() == LOG_BANNER + DECLINED_IN_LOG
+    assert windows.log() == LOG_BANNER + without_prompts(DECLINED)
     assert contents_of(windows.desktop) == []
 
 
@@ -183,7 +162,7 @@ Press enter to exit
 """
     assert run.errors == ""
     assert run.exit_code == 0
-    assert run.log == LOG_BANNER + DECLINED_IN_LOG
+    assert run.log == LOG_BANNER + without_prompts(DECLINED)
     assert run.revealed == ["/home/newcomer/Desktop"]
 
 

@@ -3,7 +3,7 @@
 import pytest
 
 from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
-from sessions import assert_failure, assert_success
+from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 ENTRIES = [(product, order) for product in PRODUCTS for order in range(len(product.table))]
 
@@ -72,7 +72,7 @@ def test_removes_all_of_the_studio_folders_and_single_files_alike(machine):
     plugins = machine.shared_data / "TessaraWorks" / "Plugins"
     user = machine.user_data
     vst3 = machine.program_files / "Common Files" / "VST3"
-    assert_success(machine, run, f"""\
+    transcript = f"""\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -109,7 +109,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 12
 [time][Info] Files removed: 3
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert machine.tree() == before | {plugins, plugins.parent, vst3, vst3.parent}
 
 
@@ -125,7 +130,7 @@ def test_removes_all_of_the_product_manager(machine):
     maker = machine.shared_data / "TessaraWorks"
     applications = machine.shared_data / "TessaraWorks" / "Applications"
     user = machine.user_data
-    assert_success(machine, run, f"""\
+    transcript = f"""\
 [time][Info] Target: Orvex Product Manager
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
@@ -148,7 +153,12 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] Directories removed: 8
 [time][Info] Files removed: 0
 [time][Info] Orvex Product Manager was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert machine.tree() == before | {maker, applications}
 
 
@@ -162,7 +172,7 @@ def test_removes_all_of_the_media_server(machine):
 
     applications = machine.shared_data / "TessaraWorks" / "Applications"
     user = machine.user_data
-    assert_success(machine, run, f"""\
+    transcript = f"""\
 [time][Info] Target: Velantone Media Server
 [time][Info] Remove Velantone Media Server and all of its associated files?
 Y/n? [time][Info] Cleaning: Velantone Media Server
@@ -177,7 +187,12 @@ Y/n? [time][Info] Cleaning: Velantone Media Server
 [time][Info] Directories removed: 4
 [time][Info] Files removed: 0
 [time][Info] Velantone Media Server was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert machine.tree() == before | {applications, applications.parent}
 
 
@@ -188,7 +203,7 @@ def test_removes_all_of_the_content(machine):
     run = machine.run("--clean=Content", answers="y\n\n")
 
     content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
-    assert_success(machine, run, f"""\
+    transcript = f"""\
 [time][Info] Target: Content
 [time][Info] Remove all Velantone content & playlist files?
 Y/n? [time][Info] Cleaning: Velantone Content
@@ -197,7 +212,12 @@ Y/n? [time][Info] Cleaning: Velantone Content
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert machine.tree() == before | {machine.shared_data / "TessaraWorks"}
 
 
@@ -216,7 +236,7 @@ def test_removes_the_company_folders_with_all_that_other_products_keep_in_them(m
 
     run = machine.run("--clean=All", answers="n\nn\nn\nn\ny\n\n")
 
-    assert_success(machine, run, f"""\
+    transcript = f"""\
 [time][Info] Target: All
 [time][Info] All installed Orvex & Velantone products will be cleaned.
 [time][Info] Remove Orvex Studio and all of its associated files?
@@ -236,7 +256,12 @@ Y/n? [time][Info] Cleaning: Tessara Works Global Directories
 [time][Info] Directories removed: 2
 [time][Info] Files removed: 0
 [time][Info] Tessara Works Global Directories was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert machine.tree() == before
 
 
@@ -251,11 +276,16 @@ def test_finds_nothing_to_remove_on_a_machine_without_the_product(machine, produ
 
     run = clean(machine, product)
 
-    assert_success(machine, run, opening(product) + f"""\
+    transcript = opening(product) + f"""\
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] {product.name} was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert machine.tree() == before
 
 
@@ -273,11 +303,16 @@ def test_removes_files_where_folders_are_expected(machine, product):
 """
         for path in product.paths(machine)
     )
-    assert_success(machine, run, opening(product) + removals + f"""\
+    transcript = opening(product) + removals + f"""\
 [time][Info] Directories removed: 0
 [time][Info] Files removed: {len(product.table)}
 [time][Info] {product.name} was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [machine.shown(machine.desktop)]
     assert [path for path in product.paths(machine) if path.exists()] == []
 
 
@@ -311,11 +346,16 @@ def test_removes_everything_but_the_one_folder_that_holds_an_undeletable_file(ma
         if len(paths) > 1
         else f"[Info] {product.name} encountered errors and could not be removed."
     )
-    assert_failure(run, opening(product) + outcomes + f"""\
+    transcript = opening(product) + outcomes + f"""\
 [time][Info] Directories removed: {len(paths) - 1}
 [time][Info] Files removed: 0
 [time]{verdict}
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     left = stubborn / "Sub folder" / "File.dat"
     parents_of_entries = {parent for path in paths for parent in path.parents} - set(paths)
     assert left.read_text() == "data"
@@ -330,13 +370,18 @@ def test_could_not_remove_a_product_that_is_one_undeletable_file(machine, produc
 
     run = clean(machine, product)
 
-    assert_failure(run, opening(product) + f"""\
+    transcript = opening(product) + f"""\
 [time][Warning] Directory is actually a file, attempting to delete file...
 [time][Critical] Unable to delete file: {machine.shown(file)}
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] {product.name} encountered errors and could not be removed.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert file.read_text() == "a file"
 
 
@@ -362,11 +407,16 @@ def test_takes_the_root_of_the_drive_for_a_location_that_cannot_be_found(windows
 """
         for path in paths
     )
-    assert_success(windows, run, opening(product) + removals + f"""\
+    transcript = opening(product) + removals + f"""\
 [time][Info] Directories removed: {len(paths)}
 [time][Info] Files removed: 0
 [time][Info] {product.name} was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert [path for path in paths if path.exists()] == []
 
 
@@ -381,7 +431,7 @@ def test_lists_a_path_once_that_two_missing_locations_give(windows):
 
         run = windows.run("--clean=ProductManager", answers="y\n\n")
 
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Product Manager
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
@@ -390,4 +440,9 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] Orvex Product Manager encountered errors and could not be removed.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []

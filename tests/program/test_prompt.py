@@ -5,12 +5,7 @@ import subprocess
 import pytest
 
 from machines import CLOSED, wait_for
-from texts import BANNER, LOG_BANNER
-
-QUESTION = """\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-"""
+from texts import BANNER, LOG_BANNER, QUESTION, ending, without_prompts
 
 NOTHING_TO_REMOVE = """\
 [time][Info] Cleaning: Velantone Content
@@ -21,14 +16,6 @@ NOTHING_TO_REMOVE = """\
 
 CANCELLED = """\
 [time][Info] Cleaning cancelled by the user.
-"""
-
-
-def ending(machine) -> str:
-    return f"""\
-Cleaning finished successfully.
-Log file written to: {machine.shown(machine.log_file)}
-Press enter to exit
 """
 
 
@@ -177,7 +164,7 @@ def test_asks_without_end_after_an_unfinished_line_that_is_no_answer(machine, an
 
     assert has_asked_often
     assert still_runs
-    assert machine.console().replace("Y/n? ", "") == BANNER + QUESTION
+    assert without_prompts(machine.console()) == BANNER + QUESTION
     assert machine.log() == LOG_BANNER + QUESTION
     assert content.is_dir()
 

@@ -8,7 +8,7 @@ import pytest
 
 from machines import UNINSTALL_KEY, wait_for
 from products import CONTENT, MEDIA_SERVER
-from sessions import assert_failure, assert_success
+from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 
 @pytest.fixture
@@ -62,7 +62,7 @@ def test_studio_is_removed_in_silence_when_no_entry_has_its_names(windows, unins
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -71,7 +71,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Other.exe") == []
 
 
@@ -81,7 +86,7 @@ def test_studio_looks_in_silence_for_its_first_name_when_only_the_second_is_regi
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -91,7 +96,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Orvex Studio.exe") == ['"C:\\Uninstallers\\Orvex Studio.exe" /SILENT', "done"]
 
 
@@ -107,7 +117,7 @@ def test_studio_runs_both_uninstallers_in_its_own_order_and_goes_on_whatever_the
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -118,7 +128,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Orvex.exe") == ['"C:\\Uninstallers\\Orvex.exe" /SILENT', "done"]
     assert windows.calls(uninstallers / "Orvex Studio.exe") == ['"C:\\Uninstallers\\Orvex Studio.exe" /SILENT', "done"]
 
@@ -129,7 +144,7 @@ def test_an_uninstaller_leaves_nothing_to_delete_of_what_it_removed_itself(windo
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -137,7 +152,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
 
 
 def test_an_uninstaller_is_deleted_with_the_folder_that_it_lies_in(windows, studio):
@@ -146,7 +166,7 @@ def test_an_uninstaller_is_deleted_with_the_folder_that_it_lies_in(windows, stud
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -156,7 +176,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert not studio.exists()
 
 
@@ -172,7 +197,7 @@ def test_studio_runs_the_second_uninstaller_after_the_first_could_not_be_started
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -183,7 +208,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] You can re-run this cleaner after Orvex has been uninstalled to clean up any final files.
 [time][Info] Uninstaller exit code: 0
 [time][Warning] Cleaning was aborted.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert windows.calls(uninstallers / "Orvex Studio.exe") == ['"C:\\Uninstallers\\Orvex Studio.exe" /SILENT', "done"]
     assert windows.tree() == before
 
@@ -198,7 +228,7 @@ def test_studio_deletes_nothing_when_only_the_second_uninstaller_could_not_be_st
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -209,7 +239,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Please first uninstall this software using Add/Remove Programs.
 [time][Info] You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any final files.
 [time][Warning] Cleaning was aborted.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert windows.tree() == before
 
 
@@ -224,7 +259,7 @@ def test_studio_advises_twice_and_names_an_uninstaller_only_if_it_is_a_file(wind
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -240,7 +275,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Please first uninstall this software using Add/Remove Programs.
 [time][Info] You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any final files.
 [time][Warning] Cleaning was aborted.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert windows.tree() == before
 
 
@@ -250,7 +290,7 @@ def test_studio_runs_one_uninstaller_twice_that_both_of_its_names_find(windows, 
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -261,7 +301,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Both.exe") == ['"C:\\Uninstallers\\Both.exe" /SILENT', "done"] * 2
 
 
@@ -272,7 +317,7 @@ def test_studio_runs_it_once_if_the_first_launch_removes_the_entry(windows, unin
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -282,7 +327,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Both.exe") == ['"C:\\Uninstallers\\Both.exe" /SILENT', "done"]
 
 
@@ -296,7 +346,7 @@ def test_studio_deletes_nothing_when_its_entry_has_no_command_although_a_later_o
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -306,7 +356,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Please first uninstall this software using Add/Remove Programs.
 [time][Info] You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any final files.
 [time][Warning] Cleaning was aborted.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert windows.calls(uninstallers / "Orvex Studio.exe") == []
     assert windows.tree() == before
 
@@ -324,7 +379,7 @@ def test_studio_goes_on_after_20_seconds_beside_an_uninstaller_that_comes_to_its
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
     assert 20 <= time.monotonic() - start
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -336,7 +391,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] You can re-run this cleaner after Orvex has been uninstalled to clean up any final files.
 [time][Info] Uninstaller exit code: 0
 [time][Warning] Cleaning was aborted.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert windows.calls(uninstallers / "Orvex.exe") == ['"C:\\Uninstallers\\Orvex.exe" /SILENT']
     assert windows.calls(uninstallers / "Orvex Studio.exe") == ['"C:\\Uninstallers\\Orvex Studio.exe" /SILENT', "done"]
     assert windows.tree() == before
@@ -348,7 +408,7 @@ def test_studio_is_removed_although_the_entries_cannot_be_read(windows, studio):
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -359,7 +419,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
 
 
 def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_before_it(windows, uninstallers, studio):
@@ -373,7 +438,7 @@ def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_befo
     with refused(windows, "B"):
         run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Studio
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
@@ -384,7 +449,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Studio was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Orvex Studio.exe") == []
 
 
@@ -400,7 +470,7 @@ def test_product_manager_is_removed_in_silence_when_only_the_studio_is_registere
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Product Manager
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
@@ -409,7 +479,12 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Product Manager was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Orvex Studio.exe") == []
 
 
@@ -425,7 +500,7 @@ def test_product_manager_runs_the_first_uninstaller_of_its_name_and_goes_on_what
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Product Manager
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
@@ -435,7 +510,12 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Product Manager was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "First.exe") == ['"C:\\Uninstallers\\First.exe" /SILENT', "done"]
     assert windows.calls(uninstallers / "Second.exe") == []
 
@@ -457,7 +537,7 @@ def test_product_manager_is_left_alone_when_its_uninstaller_is_no_file(windows, 
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Product Manager
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
@@ -467,7 +547,12 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] Please first uninstall this software using Add/Remove Programs.
 [time][Info] You can re-run this cleaner after Orvex Product Manager has been uninstalled to clean up any final files.
 [time][Warning] Cleaning was aborted.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert windows.calls(uninstallers / "Orvex.exe") == []
     assert windows.tree() == before
 
@@ -480,7 +565,7 @@ def test_product_manager_is_left_alone_when_its_uninstaller_is_no_program(window
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
-    assert_failure(run, """\
+    transcript = """\
 [time][Info] Target: Orvex Product Manager
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
@@ -491,7 +576,12 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] You can also run the uninstaller directly: C:\\Uninstallers\\Orvex.exe
 [time][Info] You can re-run this cleaner after Orvex Product Manager has been uninstalled to clean up any final files.
 [time][Warning] Cleaning was aborted.
-""")
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
     assert windows.tree() == before
 
 
@@ -502,7 +592,7 @@ def test_product_manager_is_removed_although_an_entry_cannot_be_opened(windows, 
     with refused(windows, "A"):
         run = windows.run("--clean=ProductManager", answers="y\n\n")
 
-    assert_success(windows, run, """\
+    transcript = """\
 [time][Info] Target: Orvex Product Manager
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
@@ -512,7 +602,12 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Product Manager was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Orvex.exe") == []
 
 
@@ -528,12 +623,17 @@ def test_the_other_products_run_no_uninstaller(windows, uninstallers, product):
 
     run = windows.run(f"--clean={product.target}", answers="y\n\n")
 
-    assert_success(windows, run, f"""\
+    transcript = f"""\
 [time][Info] {product.first_line}
 [time][Info] {product.question}
 Y/n? [time][Info] Cleaning: {product.name}
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] {product.name} was successfully removed.
-""")
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Any.exe") == []
