@@ -252,6 +252,7 @@ def test_takes_arguments_with_wildcards_as_they_were_typed(windows):
     assert run.console == BANNER + ALL_DECLINED + ending(windows)
     assert run.errors == ""
     assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(ALL_DECLINED)
 
 
 def test_takes_the_first_of_two_targets(machine):

@@ -1,5 +1,7 @@
 """Links are removed, and what they point to stays."""
 
+from texts import BANNER, LOG_BANNER, QUESTION, ending
+
 
 def test_removes_a_link_that_is_listed_and_leaves_its_target_alone(linux):
     samples = linux.root / "home/user/Samples"
@@ -11,23 +13,18 @@ def test_removes_a_link_that_is_listed_and_leaves_its_target_alone(linux):
 
     run = linux.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == f"""\
-================================================================
-Orvex Cleaner
-================================================================
-
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning: Velantone Content
+    steps = f"""\
+[time][Info] Cleaning: Velantone Content
 [time][Info] Deleting directory: {linux.shown(link)}
 [time][Info] Directory deleted: {linux.shown(link)}
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-Cleaning finished successfully.
-Log file written to: {linux.shown(linux.log_file)}
-Press enter to exit
 """
+    assert run.console == BANNER + QUESTION + "Y/n? " + steps + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + steps
     assert not link.is_symlink()
     assert (samples / "Legato.pack").read_text() == "samples"
 
@@ -44,23 +41,18 @@ def test_removes_a_link_deep_in_a_folder_and_leaves_its_target_alone(linux):
 
     run = linux.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == f"""\
-================================================================
-Orvex Cleaner
-================================================================
-
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning: Velantone Content
+    steps = f"""\
+[time][Info] Cleaning: Velantone Content
 [time][Info] Deleting directory: {linux.shown(content)}
 [time][Info] Directory deleted: {linux.shown(content)}
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-Cleaning finished successfully.
-Log file written to: {linux.shown(linux.log_file)}
-Press enter to exit
 """
+    assert run.console == BANNER + QUESTION + "Y/n? " + steps + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + steps
     assert not content.exists()
     assert (samples / "Legato.pack").read_text() == "samples"
     assert (samples / "Notes.txt").read_text() == "notes"
@@ -75,23 +67,18 @@ def test_follows_a_link_that_is_above_an_entry(linux):
 
     run = linux.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == f"""\
-================================================================
-Orvex Cleaner
-================================================================
-
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning: Velantone Content
+    steps = f"""\
+[time][Info] Cleaning: Velantone Content
 [time][Info] Deleting directory: {linux.shown(link / "Content")}
 [time][Info] Directory deleted: {linux.shown(link / "Content")}
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-Cleaning finished successfully.
-Log file written to: {linux.shown(linux.log_file)}
-Press enter to exit
 """
+    assert run.console == BANNER + QUESTION + "Y/n? " + steps + ending(linux)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + steps
     assert not (other_drive / "Content").exists()
     assert (other_drive / "Diary.txt").read_text() == "diary"
     assert link.is_symlink()

@@ -3,7 +3,7 @@
 import re
 
 from machines import contents_of, wait_for
-from texts import BANNER, DECLINED, FAILURE, LOG_BANNER, ending, without_prompts
+from texts import BANNER, DECLINED, FAILURE, LOG_BANNER, QUESTION, ending, without_prompts
 
 def test_is_text_with_windows_line_ends_behind_a_banner_with_the_time_of_the_start(machine):
     machine.run("--clean=Content", answers="n\n\n")
@@ -32,11 +32,11 @@ def test_of_an_earlier_run_is_appended_to(machine):
     assert second.exit_code == 0
 
 
-# The two tests of the limit compare the old lines apart from the new ones and tell only whether they
+# The three tests of the limit compare the old lines apart from the new ones and tell only whether they
 # are alike: nobody wants to be shown five million characters.
 
 
-def test_of_5000000_bytes_is_kept_whole(machine):
+def test_that_is_5000000_bytes_long_is_kept_whole(machine):
     old = "the first line\n" + "the second line\n" + "x" * (5_000_000 - 33 - 2) + "\n"
     machine.log_file.write_bytes(old.replace("\n", "\r\n").encode())
     assert machine.log_file.stat().st_size == 5_000_000
@@ -47,10 +47,11 @@ def test_of_5000000_bytes_is_kept_whole(machine):
     assert is_kept
     assert run.log[len(old) :] == LOG_BANNER + without_prompts(DECLINED)
     assert run.console == BANNER + DECLINED + ending(machine)
+    assert run.errors == ""
     assert run.exit_code == 0
 
 
-def test_of_5000001_bytes_loses_the_line_that_exceeds_the_limit(machine):
+def test_that_is_5000001_bytes_long_loses_the_line_that_exceeds_the_limit(machine):
     old = "the first line\n" + "the second line\n" + "x" * (5_000_001 - 33 - 2) + "\n"
     machine.log_file.write_bytes(old.replace("\n", "\r\n").encode())
     assert machine.log_file.stat().st_size == 5_000_001
@@ -62,6 +63,7 @@ def test_of_5000001_bytes_loses_the_line_that_exceeds_the_limit(machine):
     assert is_kept
     assert run.log[len(kept) :] == LOG_BANNER + without_prompts(DECLINED)
     assert run.console == BANNER + DECLINED + ending(machine)
+    assert run.errors == ""
     assert run.exit_code == 0
     assert [file.name for file in machine.desktop.iterdir()] == ["OrvexCleaner.log"]
 
@@ -70,12 +72,18 @@ def test_may_grow_past_the_limit_during_a_run(machine):
     old = "x" * (5_000_000 - 2) + "\n"
     machine.log_file.write_bytes(old.replace("\n", "\r\n").encode())
 
-    machine.run("--clean=Content", answers="n\n\n")
+    run = machine.run("--clean=Content", answers="n\n\n")
 
+    is_kept = run.log.startswith(old)
     assert machine.log_file.stat().st_size > 5_000_000
+    assert is_kept
+    assert run.log[len(old) :] == LOG_BANNER + without_prompts(DECLINED)
+    assert run.console == BANNER + DECLINED + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
 
 
-def test_whose_path_is_a_folder_is_done_without(machine):
+def test_is_not_missed_where_its_path_is_a_folder(machine):
     machine.log_file.mkdir()
 
     run = machine.run("--clean=Content", answers="n\n\n")
@@ -103,7 +111,7 @@ def test_that_may_not_be_written_stays_as_it_is(linux):
 
 
 # Linux only, for the same reason.
-def test_that_may_not_be_made_is_done_without(linux):
+def test_is_not_missed_where_it_may_not_be_made(linux):
     linux.desktop.chmod(0o555)
 
     run = linux.run("--clean=Content", answers="n\n\n")
@@ -174,11 +182,7 @@ def test_has_everything_up_to_a_failure_and_is_not_shown_then(machine):
 
     run = machine.run("--clean=Content", answers="y\n")
 
-    assert run.errors == FAILURE
-    assert run.exit_code == 1
-    assert run.log == LOG_BANNER + f"""\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
+    steps = f"""\
 [time][Info] Cleaning: Velantone Content
 [time][Info] Deleting directory: {machine.shown(content)}
 [time][Critical] Unable to delete directory: {machine.shown(content)}
@@ -186,4 +190,8 @@ def test_has_everything_up_to_a_failure_and_is_not_shown_then(machine):
 [time][Info] Files removed: 0
 [time][Info] Velantone Content encountered errors and could not be removed.
 """
+    assert run.console == BANNER + QUESTION + "Y/n? " + steps
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + QUESTION + steps
     assert wait_for(machine.shown_folders, seconds=1) == []

@@ -31,7 +31,7 @@ CANCELLED = """\
         pytest.param(b"\0\0\0", id="only NUL"),
     ],
 )
-def test_takes_for_a_yes(machine, answers):
+def test_cleans_after_a_yes(machine, answers):
     run = machine.run("--clean=Content", answers=answers)
 
     assert run.console == BANNER + QUESTION + "Y/n? " + NOTHING_TO_REMOVE + ending(machine)
@@ -48,7 +48,7 @@ def test_takes_for_a_yes(machine, answers):
         pytest.param(b"n", id="n at the end of the input"),
     ],
 )
-def test_takes_for_a_no(machine, answers):
+def test_leaves_all_alone_after_a_no(machine, answers):
     content = machine.shared_data / "TessaraWorks" / "Content"
     content.mkdir(parents=True)
 
@@ -92,7 +92,7 @@ OTHER_LINES = [
 
 
 @pytest.mark.parametrize("line", OTHER_LINES)
-def test_asks_again_after(linux, line):
+def test_asks_again_after_any_other_line(linux, line):
     run = linux.run("--clean=Content", answers=f"{line}\nn\n\n")
 
     assert run.console == BANNER + QUESTION + "Y/n? Y/n? " + CANCELLED + ending(linux)
