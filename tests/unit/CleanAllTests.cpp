@@ -5,8 +5,6 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
 class CleanAll : public DisposableMachine
 {
 protected:

@@ -5,16 +5,14 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
 // Notes what becomes of the log file among the lines that are logged.
 class SessionLogger : public RecordingLogger
 {
 public:
     void openLogFile (const juce::File& file, const juce::String& welcomeMessage, juce::int64 limit) override
     {
-        lines.push_back ("Opened " + file.getFullPathName().toStdString() + " with '" + welcomeMessage.toStdString()
-                         + "' and " + std::to_string (limit) + " bytes at level " + std::to_string (minimumLevel));
+        lines.push_back ("Opened " + pathOf (file) + " with '" + welcomeMessage.toStdString() + "' and "
+                         + std::to_string (limit) + " bytes at level " + std::to_string (minimumLevel));
     }
 
     void closeLogFile() override { lines.push_back ("Closed"); }
@@ -36,7 +34,7 @@ protected:
 
     const juce::File logFile = juce::File::getSpecialLocation (juce::File::userDesktopDirectory)
                                    .getChildFile ("OrvexCleaner.log");
-    const std::string logFilePath = logFile.getFullPathName().toStdString();
+    const std::string logFilePath = pathOf (logFile);
     const std::string opened = "Opened " + logFilePath
                              + " with 'Orvex Cleaner session starting' and 5000000 bytes at level 0";
 };
@@ -210,8 +208,8 @@ TEST_F (CleanCommand, EndsARunThatWentWellAsASuccess)
                         "Info: Target: Content",
                         "Info: Remove all Velantone content & playlist files?",
                         "Info: Cleaning: Velantone Content",
-                        "Info: Deleting directory: " + content.getFullPathName().toStdString(),
-                        "Info: Directory deleted: " + content.getFullPathName().toStdString(),
+                        "Info: Deleting directory: " + pathOf (content),
+                        "Info: Directory deleted: " + pathOf (content),
                         "Info: Directories removed: 1",
                         "Info: Files removed: 0",
                         "Info: Velantone Content was successfully removed." }));
@@ -260,8 +258,8 @@ TEST_F (CleanCommand, AdvisesTheUserAfterAFailureWithoutWaiting)
                         "Info: Target: Content",
                         "Info: Remove all Velantone content & playlist files?",
                         "Info: Cleaning: Velantone Content",
-                        "Info: Deleting directory: " + content.getFullPathName().toStdString(),
-                        "Critical: Unable to delete directory: " + content.getFullPathName().toStdString(),
+                        "Info: Deleting directory: " + pathOf (content),
+                        "Critical: Unable to delete directory: " + pathOf (content),
                         "Info: Directories removed: 0",
                         "Info: Files removed: 0",
                         "Info: Velantone Content encountered errors and could not be removed." }));

@@ -5,8 +5,6 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
 // The commands as main() adds them.
 class Commands : public DisposableMachine
 {

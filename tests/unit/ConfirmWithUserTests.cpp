@@ -6,8 +6,6 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
 TEST (ConfirmWithUser, TakesYInEitherCaseForAYes)
 {
     for (const auto* input : { "y\n", "Y\n" })

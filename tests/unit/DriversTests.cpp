@@ -7,8 +7,6 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
 class Drivers : public DisposableMachine
 {
 protected:

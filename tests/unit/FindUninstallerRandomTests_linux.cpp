@@ -10,7 +10,6 @@
 #include <random>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 /** A registry made by chance, a fragment to look for, and what is refused on the way. */
 class RandomCase

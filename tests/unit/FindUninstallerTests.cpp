@@ -7,7 +7,6 @@
 
 using namespace TessaraWorks;
 using namespace std::string_view_literals;
-using Lines = std::vector<std::string>;
 
 TEST (FindUninstaller, GivesTheCommandOfTheProductWhoseNameContainsTheFragment)
 {

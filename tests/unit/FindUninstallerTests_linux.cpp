@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 // What a real registry cannot be made to show: the calls themselves, and refusals at will.
 

@@ -10,7 +10,6 @@
 #include <stdexcept>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 static const auto rootPath = juce::String (uninstallRoot);
 

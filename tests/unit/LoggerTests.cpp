@@ -122,7 +122,7 @@ TEST (ProcessWideLogger, GetsEachMessageThatIsLogged)
     log (Debug, "one");
     log (Critical, "two");
 
-    EXPECT_EQ (logger.lines, (std::vector<std::string> { "Debug: one", "Critical: two" }));
+    EXPECT_EQ (logger.lines, (Lines { "Debug: one", "Critical: two" }));
 }
 
 TEST (ProcessWideLogger, CanBeAbsentAndThenMessagesAreDropped)

@@ -6,10 +6,6 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
-static std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
-
 TEST (ProductCleaner, SaysThatARunWithoutEntriesSucceeded)
 {
     const RecordingLogger logger;

@@ -9,10 +9,6 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
-static std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
-
 TEST (ProductCleaner, CountsAListedDirectoryThatVanishesAfterTheFirstTestAsAFile)
 {
     const RecordingLogger logger;

@@ -8,10 +8,6 @@
 
 using namespace TessaraWorks;
 
-using Lines = std::vector<std::string>;
-
-static std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
-
 // Keeps a file open, for nobody else to touch.
 class FileInUse
 {

@@ -6,6 +6,11 @@
 #include <string>
 #include <vector>
 
+using Lines = std::vector<std::string>;
+
+/** Returns a file's full path, as it is logged. */
+inline std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
+
 /** Is the process-wide logger while it lives, and keeps what is logged as lines such as
     "Info: Files removed: 0". Unlike the real one it drops nothing.
 */
@@ -33,7 +38,7 @@ public:
     juce::String getLogFilePath() override { return {}; }
 
     /** All that was logged, in order. */
-    std::vector<std::string> lines;
+    Lines lines;
 
     /** Called with each line when it is logged, if set. */
     std::function<void (const std::string&)> onLine;

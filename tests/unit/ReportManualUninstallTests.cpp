@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 TEST (ReportManualUninstall, NamesAnUninstallerThatIsAFile)
 {

@@ -11,7 +11,6 @@
 #include <thread>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 TEST (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEnded)
 {

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 TEST (RunUninstaller, WarnsWhenTheStartFails)
 {

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 TEST (RunUninstaller, PassesOnExitCodesOf32BitsEvenThatOfARunningProgram)
 {

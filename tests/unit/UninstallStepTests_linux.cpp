@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 TEST (OrvexStudioUninstall, AdvisesTwiceWhenBothStartsFail)
 {

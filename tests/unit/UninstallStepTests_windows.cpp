@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 using namespace TessaraWorks;
-using Lines = std::vector<std::string>;
 
 TEST (UninstallStep, LogsTheExitCodeWithoutASign)
 {
