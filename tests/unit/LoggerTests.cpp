@@ -417,6 +417,22 @@ TEST (LoggerConsole, ShowsALineBeforeTheFileGetsIt)
     EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] message\r\n");
 }
 
+TEST (LogFilter, ReadsTheMinimumLevelOnceForBothPlaces)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.getChildFile ("log");
+    const Console console;
+    LoggerWithoutStamps logger;
+    FlushedConsole buffer ([&] { logger.minimumLevel = Critical; });
+    std::cout.rdbuf (&buffer);
+    logger.openLogFile (file, "welcome", noLimit);
+
+    logger.log (Info, "message");
+
+    EXPECT_EQ (buffer.str(), "[Info] message\n");
+    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] message\r\n");
+}
+
 // Gives way to other threads between any two characters.
 class SlowConsole : public std::streambuf
 {
@@ -562,6 +578,33 @@ TEST (LogFile, HasEachLineBeforeLogReturns)
 
     logger.log (Info, "two");
     EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] one\r\n[Info] two\r\n");
+}
+
+TEST (LogFile, IsNoBusinessOfJucesCurrentLogger)
+{
+    struct CurrentLogger : juce::Logger
+    {
+        CurrentLogger() { setCurrentLogger (this); }
+        ~CurrentLogger() override { setCurrentLogger (nullptr); }
+        void logMessage (const juce::String& message) override { messages.push_back (message.toStdString()); }
+
+        Lines messages;
+    };
+
+    const TemporaryFolder folder;
+    const Console console;
+    const CurrentLogger current;
+    DefaultLogger logger;
+    logger.openLogFile (folder.getChildFile ("log"), "welcome", noLimit);
+
+    logger.log (Info, "message");
+
+    EXPECT_EQ (juce::Logger::getCurrentLogger(), &current);
+    EXPECT_EQ (current.messages, Lines {});
+
+    logger.closeLogFile();
+
+    EXPECT_EQ (juce::Logger::getCurrentLogger(), &current);
 }
 
 TEST (LogFile, IsTheSecondOneOnceASecondOneIsOpened)

@@ -1,13 +1,31 @@
+#include "Console.h"
 #include "FileAccess_linux.h"
 #include "TemporaryFolder.h"
 #include "logging/DefaultLogger.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/time.h>
+
+#include <atomic>
 #include <cstdlib>
 #include <ctime>
+#include <future>
 
 using namespace TessaraWorks;
+
+static std::atomic<int> readingsOfTheClock;
+
+// Stands in for the system's function in this program. JUCE asks it for the time.
+extern "C" int gettimeofday (timeval* time, void*) noexcept
+{
+    ++readingsOfTheClock;
+
+    timespec now = {};
+    const auto answer = clock_gettime (CLOCK_REALTIME, &now);
+    *time = { now.tv_sec, now.tv_nsec / 1000 };
+    return answer;
+}
 
 // Makes it the given hour where the process is, and gives the stamp taken then.
 static std::string stampInTheHour (int localHour)
@@ -54,4 +72,43 @@ TEST (LogFile, StaysAttachedUntilTheNextOneIsComplete)
 
     EXPECT_EQ (pathWhenTheSecondIsMade, first.getFullPathName());
     EXPECT_EQ (logger.getLogFilePath(), second.getFullPathName());
+}
+
+TEST (LogFilter, ReadsTheClockOnceForAMessageAndNotAtAllForADroppedOne)
+{
+    const Console console;
+    DefaultLogger logger;
+    logger.minimumLevel = Info;
+
+    const auto before = readingsOfTheClock.load();
+    logger.log (Debug, "dropped");
+    const auto afterTheDropped = readingsOfTheClock.load();
+    logger.log (Info, "message");
+    const auto afterTheMessage = readingsOfTheClock.load();
+
+    EXPECT_EQ (afterTheDropped - before, 0);
+    EXPECT_EQ (afterTheMessage - afterTheDropped, 1);
+}
+
+TEST (LoggerConsole, IsFreeForOtherThreadsWhileTheFileIsWritten)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.getChildFile ("log");
+    const Console console;
+    DefaultLogger logger;
+    logger.showTimestamps = false;
+    logger.openLogFile (file, "welcome", -1);
+
+    std::future<void> written;
+    auto outcome = std::future_status::deferred;
+    const AfterFileAccess hook (file,
+                                [&]
+                                {
+                                    written = std::async (std::launch::async, [&] { logger.write ("meanwhile"); });
+                                    outcome = written.wait_for (std::chrono::seconds (5));
+                                });
+    logger.log (Info, "message");
+
+    EXPECT_EQ (outcome, std::future_status::ready);
+    EXPECT_EQ (console.output(), "[Info] message\nmeanwhile\n");
 }
