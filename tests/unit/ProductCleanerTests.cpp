@@ -472,20 +472,6 @@ TEST (ProductCleaner, DoesNotTakeAFailureBackWhenALaterEntryGoes)
     EXPECT_EQ (result.filesRemoved, 2);
 }
 
-TEST (ProductCleaner, DoesNotRetryAnEntry)
-{
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto undeletable = folder.makeUndeletableFile ("undeletable/file");
-    TestCleaner cleaner;
-    cleaner.files.add (undeletable);
-    cleaner.after = [&] (CleanResult&) { deleteEvenIfProtected (undeletable); };
-
-    EXPECT_FALSE (cleaner.clean().success);
-    EXPECT_EQ (std::count (logger.lines.begin(), logger.lines.end(), "Info: Deleting file: " + pathOf (undeletable)),
-               1);
-}
-
 TEST (ProductCleaner, StopsBeforeAnyDeletionWhenTheFirstStepFails)
 {
     const RecordingLogger logger;
