@@ -112,18 +112,22 @@ TEST (ProductCleaner, ClearsNoReadOnlyAttribute)
     EXPECT_NE (GetFileAttributesW (file.getFullPathName().toWideCharPointer()) & FILE_ATTRIBUTE_READONLY, 0u);
 }
 
+static void setAttributes (const juce::File& file, DWORD attributes)
+{
+    const auto* path = file.getFullPathName().toWideCharPointer();
+    ASSERT_TRUE (SetFileAttributesW (path, attributes));
+    ASSERT_EQ (GetFileAttributesW (path) & attributes, attributes);
+}
+
 TEST (ProductCleaner, RemovesHiddenAndSystemFiles)
 {
     const RecordingLogger logger;
     const TemporaryFolder folder;
     const auto tree = folder.makeFolder ("tree");
-
-    for (const auto* name : { "tree/file", "tree/hidden/file" })
-        SetFileAttributesW (folder.makeFile (name).getFullPathName().toWideCharPointer(),
-                            FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
-
-    SetFileAttributesW (folder.getChildFile ("tree/hidden").getFullPathName().toWideCharPointer(),
-                        FILE_ATTRIBUTE_HIDDEN);
+    setAttributes (folder.makeFile ("tree/file"), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    setAttributes (folder.makeFile ("tree/hidden/file"), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    setAttributes (folder.getChildFile ("tree/hidden"), FILE_ATTRIBUTE_HIDDEN);
+    ASSERT_FALSE (HasFatalFailure());
     TestCleaner cleaner;
     cleaner.addDirectory (tree);
 
