@@ -1,11 +1,14 @@
+#include "DisposableMachine.h"
 #include "OpenedCleaner.h"
+#include "RecordingLogger.h"
+#include "SampleRegistry.h"
 #include "cleaning/ContentCleaner.h"
 #include "products/CompanyCleaner.h"
 #include "products/OrvexStudioCleaner.h"
 #include "products/ProductManagerCleaner.h"
 #include "products/VelantoneMediaServerCleaner.h"
 
-#include <gtest/gtest.h>
+#include <memory>
 
 using namespace TessaraWorks;
 
@@ -33,7 +36,7 @@ static std::string userData (const juce::String& path)
     return below (juce::File::userApplicationDataDirectory, path);
 }
 
-TEST (ProductTables, OfTheContentHasOneFolder)
+TEST (ProductTable, OfTheContentHasOneFolder)
 {
     const OpenedCleaner<ContentCleaner> cleaner;
 
@@ -42,7 +45,7 @@ TEST (ProductTables, OfTheContentHasOneFolder)
     EXPECT_TRUE (cleaner.files.isEmpty());
 }
 
-TEST (ProductTables, OfTheStudioHasFifteenEntries)
+TEST (ProductTable, OfTheStudioHasFifteenEntries)
 {
     const OpenedCleaner<OrvexStudioCleaner> cleaner;
 
@@ -68,7 +71,7 @@ TEST (ProductTables, OfTheStudioHasFifteenEntries)
     EXPECT_TRUE (cleaner.files.isEmpty());
 }
 
-TEST (ProductTables, OfTheProductManagerHasEachFolderWithAndWithoutBlanks)
+TEST (ProductTable, OfTheProductManagerHasEachFolderWithAndWithoutBlanks)
 {
     const OpenedCleaner<ProductManagerCleaner> cleaner;
 
@@ -87,7 +90,7 @@ TEST (ProductTables, OfTheProductManagerHasEachFolderWithAndWithoutBlanks)
     EXPECT_TRUE (cleaner.files.isEmpty());
 }
 
-TEST (ProductTables, OfTheMediaServerHasItsPlayerToo)
+TEST (ProductTable, OfTheMediaServerHasItsPlayerToo)
 {
     const OpenedCleaner<VelantoneMediaServerCleaner> cleaner;
 
@@ -102,7 +105,7 @@ TEST (ProductTables, OfTheMediaServerHasItsPlayerToo)
     EXPECT_TRUE (cleaner.files.isEmpty());
 }
 
-TEST (ProductTables, OfTheCompanyHasTheFoldersThatAllProductsShare)
+TEST (ProductTable, OfTheCompanyHasTheFoldersThatAllProductsShare)
 {
     const OpenedCleaner<CompanyCleaner> cleaner;
 
@@ -113,4 +116,51 @@ TEST (ProductTables, OfTheCompanyHasTheFoldersThatAllProductsShare)
                    programFiles ("Common Files/VST3/TessaraWorks"),
                }));
     EXPECT_TRUE (cleaner.files.isEmpty());
+}
+
+using MachineWithoutProducts = DisposableMachine;
+
+TEST_F (MachineWithoutProducts, HasEachEntrySkippedAndEachRunCalledASuccess)
+{
+    struct Row
+    {
+        std::unique_ptr<ProductCleaner> cleaner;
+        Paths paths;
+    };
+
+    const auto rowOf = [] (auto cleaner)
+    {
+        const auto paths = cleaner.getPaths();
+        return Row { std::make_unique<decltype (cleaner)> (std::move (cleaner)), paths };
+    };
+
+    const SampleRegistry emptyRegistry;
+    const Row rows[] = {
+        rowOf (OpenedCleaner<OrvexStudioCleaner>()),
+        rowOf (OpenedCleaner<ContentCleaner>()),
+        rowOf (OpenedCleaner<VelantoneMediaServerCleaner>()),
+        rowOf (OpenedCleaner<ProductManagerCleaner>()),
+        rowOf (OpenedCleaner<CompanyCleaner>()),
+    };
+
+    for (const auto& row : rows)
+    {
+        const RecordingLogger logger;
+        const auto name = row.cleaner->getProductName().toStdString();
+        Lines expected { "Info: Cleaning: " + name };
+
+        for (const auto& path : row.paths)
+            expected.push_back ("Debug: Skipping directory not found: " + path);
+
+        expected.push_back ("Info: Directories removed: 0");
+        expected.push_back ("Info: Files removed: 0");
+        expected.push_back ("Info: " + name + " was successfully removed.");
+
+        const auto result = row.cleaner->clean();
+
+        EXPECT_EQ (logger.lines, expected);
+        EXPECT_TRUE (result.success);
+        EXPECT_EQ (result.directoriesRemoved, 0);
+        EXPECT_EQ (result.filesRemoved, 0);
+    }
 }
