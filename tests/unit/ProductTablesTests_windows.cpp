@@ -60,13 +60,3 @@ TEST_F (UnresolvedLocation, OfSharedDataPutsItsEntriesIntoTheRootOfTheCurrentDri
                    programFiles.getFullPathName().toStdString() + "\\Common Files\\VST3\\TessaraWorks",
                }));
 }
-
-TEST_F (UnresolvedLocation, GoesByTheDriveOfTheWorkingDirectory)
-{
-    takeAway (sharedData);
-
-    if (! juce::File ("Z:\\").setAsCurrentWorkingDirectory())
-        GTEST_SKIP() << "This machine has no drive Z.";
-
-    EXPECT_EQ (OpenedCleaner<ContentCleaner>().getPaths(), Paths { "Z:\\TessaraWorks\\Content" });
-}
