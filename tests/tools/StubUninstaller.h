@@ -7,6 +7,7 @@
 
         sleep MILLISECONDS      does nothing for so long
         print BYTES             writes so many bytes to the standard output; goes on if nobody reads
+        print-error BYTES       the same to the standard error output
         remove PATH             deletes a file, or a folder with all it holds, as far as it can
         remove-key PATH         deletes a registry key below HKEY_LOCAL_MACHINE with all it holds;
                                 does nothing on a system without a registry
@@ -86,6 +87,8 @@ inline int runStub (const std::string& commandLine)
             std::this_thread::sleep_for (std::chrono::milliseconds (std::stoul (operand)));
         else if (verb == "print")
             std::cout << std::string (std::stoul (operand), 'x') << std::flush;
+        else if (verb == "print-error")
+            std::cerr << std::string (std::stoul (operand), 'x') << std::flush;
         else if (verb == "remove")
             removeAll (std::filesystem::u8path (operand));
         else if (verb == "remove-key")

@@ -159,39 +159,6 @@ TEST (OrvexStudioUninstall, SaysNothingWhenNothingIsRegistered)
     EXPECT_TRUE (result.success);
 }
 
-TEST (OrvexStudioUninstall, GoesOnWithTheSecondUninstallerWhileTheFirstStillRuns)
-{
-    const auto onWindows = (juce::SystemStats::getOperatingSystemType() & juce::SystemStats::Windows) != 0;
-    const std::string codeOfRunningProgram = onWindows ? "259" : "0";
-
-    RecordingLogger logger;
-    TemporaryFolder folder;
-    StubUninstaller version (folder, "version", { "sleep 24000" });
-    StubUninstaller studio (folder, "studio", { "exit 2" });
-    SampleRegistry registry;
-    registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
-    registry.add ({ "Sample 2", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
-
-    CleanResult result;
-    preClean<OrvexStudioCleaner> (result);
-
-    EXPECT_EQ (version.getNotes().size(), 1u) << "the first has ended already";
-    EXPECT_EQ (studio.getNotes().size(), 2u);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Warning: Cleaner failed to launch the uninstaller.",
-                        "Info: Uninstaller exit code: " + codeOfRunningProgram,
-                        "Info: Existing Orvex software installation detected.",
-                        "Info: Please first uninstall this software using Add/Remove Programs.",
-                        "Info: You can also run the uninstaller directly: " + version.getPath().toStdString(),
-                        "Info: You can re-run this cleaner after Orvex has been uninstalled to clean up any final "
-                        "files.",
-                        "Info: Uninstaller exit code: 2" }));
-    EXPECT_FALSE (result.success);
-
-    version.waitForNotes (2);
-    EXPECT_EQ (version.getNotes().back(), "done");
-}
-
 TEST (ProductManagerUninstall, RunsTheOneUninstallerOfTheProduct)
 {
     RecordingLogger logger;
