@@ -83,27 +83,38 @@ def test_removes_files_and_folders_of_any_name_and_leaves_the_neighbours_alone(m
     assert [neighbour.is_dir() for neighbour in neighbours] == [True, True, True]
 
 
+def set_attributes(windows, path, letters: str) -> None:
+    """Sets the attributes of these letters and sees that they are set."""
+    for letter in letters:
+        windows.tool("attrib", f"+{letter}", windows.shown(path)).wait()
+
+    shown, _ = windows.tool("attrib", windows.shown(path), stdout=subprocess.PIPE, text=True).communicate()
+    assert set(letters) <= set(shown.removesuffix(windows.shown(path) + "\n")), shown
+
+
 # Windows only: on Linux a hidden file is one whose name begins with a dot.
 def test_removes_hidden_files_and_system_files(windows):
     content = windows.shared_data / "TessaraWorks" / "Content"
     (content / "Cache").mkdir(parents=True)
     (content / "Cache" / "index").write_text("index")
     (content / "desktop.ini").write_text("icon")
-    windows.tool("attrib", "+h", windows.shown(content / "Cache")).wait()
-    windows.tool("attrib", "+h", windows.shown(content / "Cache" / "index")).wait()
-    windows.tool("attrib", "+h", "+s", windows.shown(content / "desktop.ini")).wait()
-
-    run = windows.run("--clean=Content", answers="y\n\n")
-
-    assert run.console == BANNER + QUESTION + r"""Y/n? [time][Info] Cleaning: Velantone Content
+    set_attributes(windows, content / "Cache", "H")
+    set_attributes(windows, content / "Cache" / "index", "H")
+    set_attributes(windows, content / "desktop.ini", "SH")
+    steps = r"""[time][Info] Cleaning: Velantone Content
 [time][Info] Deleting directory: C:\ProgramData\TessaraWorks\Content
 [time][Info] Directory deleted: C:\ProgramData\TessaraWorks\Content
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-""" + ending(windows)
+"""
+
+    run = windows.run("--clean=Content", answers="y\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? " + steps + ending(windows)
     assert run.errors == ""
     assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + steps
     assert not content.exists()
 
 
@@ -200,16 +211,18 @@ def test_ends_a_failed_run_without_waiting_for_the_user(machine):
         process.stdin.flush()
         run = machine.outcome(process, timeout=10)
 
-    assert run.console == BANNER + QUESTION + f"""\
-Y/n? [time][Info] Cleaning: Velantone Content
+    steps = f"""\
+[time][Info] Cleaning: Velantone Content
 [time][Info] Deleting directory: {machine.shown(content)}
 [time][Critical] Unable to delete directory: {machine.shown(content)}
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] Velantone Content encountered errors and could not be removed.
 """
+    assert run.console == BANNER + QUESTION + "Y/n? " + steps
     assert run.errors == FAILURE
     assert run.exit_code == 1
+    assert run.log == LOG_BANNER + QUESTION + steps
 
 
 # Links are tested on Linux only: Wine shows the host's links as what they point to.
