@@ -1,7 +1,10 @@
 """Each product from its question to its verdict, on machines that have all of it, a part, or nothing."""
 
+import shutil
+
 import pytest
 
+from machines import contents_of
 from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
 from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
@@ -446,3 +449,61 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
     assert run.exit_code == 1
     assert run.log == LOG_BANNER + without_prompts(transcript)
     assert run.revealed == []
+
+
+@pytest.fixture
+def other_user_data(machine):
+    """The per-user folder of an account that the program does not run as."""
+    home = machine.desktop.parent
+    other_home = home.with_name("another")
+    yield other_home / machine.user_data.relative_to(home)
+    shutil.rmtree(other_home)
+
+
+def test_leaves_the_folders_of_other_accounts_alone(machine, other_user_data):
+    children = [child for product in PRODUCTS for base, child in product.table if base == "user_data"]
+
+    for child in children:
+        place_folder(other_user_data / child)
+
+    before = contents_of(other_user_data)
+    place_folder(machine.user_data / "VelantonePlayer")
+
+    run = machine.run("--clean=All", answers="y\ny\ny\ny\ny\n\n")
+
+    transcript = f"""\
+[time][Info] Target: All
+[time][Info] All installed Orvex & Velantone products will be cleaned.
+[time][Info] Remove Orvex Studio and all of its associated files?
+Y/n? [time][Info] Cleaning: Orvex Studio
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 0
+[time][Info] Orvex Studio was successfully removed.
+[time][Info] Remove all Velantone content & playlist files?
+Y/n? [time][Info] Cleaning: Velantone Content
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 0
+[time][Info] Velantone Content was successfully removed.
+[time][Info] Remove Velantone Media Server and all of its associated files?
+Y/n? [time][Info] Cleaning: Velantone Media Server
+[time][Info] Deleting directory: {machine.shown(machine.user_data / "VelantonePlayer")}
+[time][Info] Directory deleted: {machine.shown(machine.user_data / "VelantonePlayer")}
+[time][Info] Directories removed: 1
+[time][Info] Files removed: 0
+[time][Info] Velantone Media Server was successfully removed.
+[time][Info] Remove Orvex Product Manager and all of its associated files?
+Y/n? [time][Info] Cleaning: Orvex Product Manager
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 0
+[time][Info] Orvex Product Manager was successfully removed.
+[time][Info] Remove all Tessara Works global directories and files?
+Y/n? [time][Info] Cleaning: Tessara Works Global Directories
+[time][Info] Directories removed: 0
+[time][Info] Files removed: 0
+[time][Info] Tessara Works Global Directories was successfully removed.
+"""
+    assert run.console == BANNER + transcript + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert contents_of(other_user_data) == before
