@@ -138,6 +138,31 @@ Y/n? [time][Info] Cleaning: Orvex Studio
     assert windows.calls(uninstallers / "Orvex Studio.exe") == ['"C:\\Uninstallers\\Orvex Studio.exe" /SILENT', "done"]
 
 
+def test_shows_nothing_of_what_an_uninstaller_prints(windows, uninstallers, studio):
+    windows.place_uninstaller(uninstallers / "Orvex Studio.exe", "print 1000", "print-error 1000")
+    windows.register({"A": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio")})
+
+    run = windows.run("--clean=OrvexStudio", answers="y\n\n")
+
+    transcript = """\
+[time][Info] Target: Orvex Studio
+[time][Info] Remove Orvex Studio and all of its associated files?
+Y/n? [time][Info] Cleaning: Orvex Studio
+[time][Info] Uninstaller exit code: 0
+[time][Info] Deleting directory: C:\\Program Files\\Orvex Studio
+[time][Info] Directory deleted: C:\\Program Files\\Orvex Studio
+[time][Info] Directories removed: 1
+[time][Info] Files removed: 0
+[time][Info] Orvex Studio was successfully removed.
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
+    assert windows.calls(uninstallers / "Orvex Studio.exe") == ['"C:\\Uninstallers\\Orvex Studio.exe" /SILENT', "done"]
+
+
 def test_an_uninstaller_leaves_nothing_to_delete_of_what_it_removed_itself(windows, uninstallers, studio):
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe", "remove C:\\Program Files\\Orvex Studio")
     windows.register({"A": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio")})
@@ -585,6 +610,39 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
     assert windows.tree() == before
 
 
+def test_product_manager_is_left_alone_after_20_seconds_while_its_uninstaller_comes_to_its_own_end(
+    windows, uninstallers, product_manager
+):
+    windows.place_uninstaller(uninstallers / "Orvex.exe", "sleep 24000")
+    windows.register({"A": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex Product Manager")})
+    before = windows.tree()
+    start = time.monotonic()
+
+    run = windows.run("--clean=ProductManager", answers="y\n\n")
+
+    assert 20 <= time.monotonic() - start
+    transcript = """\
+[time][Info] Target: Orvex Product Manager
+[time][Info] Remove Orvex Product Manager and all of its associated files?
+Y/n? [time][Info] Cleaning: Orvex Product Manager
+[time][Warning] Cleaner failed to launch the uninstaller.
+[time][Info] Uninstaller exit code: 259
+[time][Info] Existing Orvex Product Manager software installation detected.
+[time][Info] Please first uninstall this software using Add/Remove Programs.
+[time][Info] You can also run the uninstaller directly: C:\\Uninstallers\\Orvex.exe
+[time][Info] You can re-run this cleaner after Orvex Product Manager has been uninstalled to clean up any final files.
+[time][Warning] Cleaning was aborted.
+"""
+    assert run.console == BANNER + transcript
+    assert run.errors == FAILURE
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == []
+    assert windows.calls(uninstallers / "Orvex.exe") == ['"C:\\Uninstallers\\Orvex.exe" /SILENT']
+    assert windows.tree() == before
+    assert wait_for(lambda: windows.calls(uninstallers / "Orvex.exe")[1:]) == ["done"]
+
+
 def test_product_manager_is_removed_although_an_entry_cannot_be_opened(windows, uninstallers, product_manager):
     windows.place_uninstaller(uninstallers / "Orvex.exe")
     windows.register({"B": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex Product Manager")})
@@ -637,3 +695,44 @@ Y/n? [time][Info] Cleaning: {product.name}
     assert run.log == LOG_BANNER + without_prompts(transcript)
     assert run.revealed == [windows.shown(windows.desktop)]
     assert windows.calls(uninstallers / "Any.exe") == []
+
+
+def test_the_company_folders_are_removed_without_an_uninstaller(windows, uninstallers):
+    maker = windows.shared_data / "TessaraWorks"
+    maker.mkdir()
+    windows.place_uninstaller(uninstallers / "Any.exe")
+    windows.register({
+        "A": program_at("C:\\Uninstallers\\Any.exe", "Orvex version 1.4 (Orvex Studio)"),
+        "B": program_at("C:\\Uninstallers\\Any.exe", "Orvex Product Manager"),
+        "C": program_at("C:\\Uninstallers\\Any.exe", "Tessara Works Global Directories"),
+        "D": program_at("C:\\Uninstallers\\Gone.exe", "Tessara Works"),
+    })
+
+    run = windows.run("--clean=All", answers="n\nn\nn\nn\ny\n\n")
+
+    transcript = """\
+[time][Info] Target: All
+[time][Info] All installed Orvex & Velantone products will be cleaned.
+[time][Info] Remove Orvex Studio and all of its associated files?
+Y/n? [time][Info] Cleaning cancelled by the user.
+[time][Info] Remove all Velantone content & playlist files?
+Y/n? [time][Info] Cleaning cancelled by the user.
+[time][Info] Remove Velantone Media Server and all of its associated files?
+Y/n? [time][Info] Cleaning cancelled by the user.
+[time][Info] Remove Orvex Product Manager and all of its associated files?
+Y/n? [time][Info] Cleaning cancelled by the user.
+[time][Info] Remove all Tessara Works global directories and files?
+Y/n? [time][Info] Cleaning: Tessara Works Global Directories
+[time][Info] Deleting directory: C:\\ProgramData\\TessaraWorks
+[time][Info] Directory deleted: C:\\ProgramData\\TessaraWorks
+[time][Info] Directories removed: 1
+[time][Info] Files removed: 0
+[time][Info] Tessara Works Global Directories was successfully removed.
+"""
+    assert run.console == BANNER + transcript + ending(windows)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + without_prompts(transcript)
+    assert run.revealed == [windows.shown(windows.desktop)]
+    assert windows.calls(uninstallers / "Any.exe") == []
+    assert not maker.exists()
