@@ -10,8 +10,9 @@ pytest.register_assert_rewrite("random_machines")
 MACHINES = os.environ.get("ORVEX_TEST_MACHINES", "windows native sanitize").split()
 
 
-@pytest.fixture(scope="session")
+@pytest.fixture(scope="module")
 def windows_is_up():
+    """A Windows that is started anew for each module, so that little can pile up in it."""
     if "windows" not in MACHINES:
         pytest.skip("without Windows")
 

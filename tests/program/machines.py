@@ -179,13 +179,15 @@ class Windows(Machine):
 
     @staticmethod
     def prepare() -> None:
-        """Makes the Windows and starts it, once for all tests."""
+        """Makes the Windows, if it is not there yet, and starts it."""
         subprocess.run([TOP / "scripts" / "support" / "wine-prefix", WINE_PREFIX], check=True)
+        Windows.shut_down()  # an interrupted run may have left it on
         subprocess.run(["wineserver", "--persistent"], env=wine_environment(), check=True)
 
     @staticmethod
     def shut_down() -> None:
         subprocess.run(["wineserver", "--kill"], env=wine_environment(), check=False)
+        subprocess.run(["wineserver", "--wait"], env=wine_environment(), check=True)
 
     def clean(self) -> None:
         for explorer in self.explorers():
