@@ -47,8 +47,14 @@ endif()
 
 if (WIN32)
     target_compile_definitions (juce_core PUBLIC UNICODE=1 _UNICODE=1)
-    target_link_libraries (juce_core PRIVATE
-        advapi32 comdlg32 ole32 oleaut32 shell32 shlwapi user32 uuid version wininet winmm ws2_32)
+    set (system_libraries advapi32 comdlg32 ole32 oleaut32 shell32 shlwapi user32 version wininet winmm ws2_32)
+
+    if (MINGW AND CMAKE_CROSSCOMPILING)
+        include (ShortImports)
+        make_short_imports (system_libraries)
+    endif()
+
+    target_link_libraries (juce_core PRIVATE ${system_libraries} uuid)
 else()
     find_package (Threads REQUIRED)
     target_link_libraries (juce_core PRIVATE Threads::Threads ${CMAKE_DL_LIBS} rt)

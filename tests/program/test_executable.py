@@ -14,18 +14,14 @@ import pytest
 from machines import TOP
 
 # All of them lie in the system's folder of every Windows from 7 to 11.
-DLLS_OF_WINDOWS = {
+NEEDED_DLLS = {
     "advapi32.dll",
     "kernel32.dll",
     "msvcrt.dll",
     "ole32.dll",
     "shell32.dll",
-    "shlwapi.dll",
     "user32.dll",
-    "version.dll",
-    "wininet.dll",
     "winmm.dll",
-    "ws2_32.dll",
 }
 
 
@@ -56,11 +52,17 @@ def test_is_a_console_program_for_64_bit_windows_7_and_later(described):
     assert tuple(map(int, versions)) <= (6, 1)
 
 
-def test_imports_nothing_but_dlls_that_windows_brings(described):
+def test_imports_the_dlls_that_it_needs_and_no_others(described):
     imported = re.findall(r"^(?:Delay)?Import \{\n +Name: (.+)$", described, re.MULTILINE)
 
-    assert imported
-    assert {name.lower() for name in imported} - DLLS_OF_WINDOWS == set()
+    assert {name.lower() for name in imported} == NEEDED_DLLS
+
+
+def test_imports_nothing_for_what_it_never_does(described):
+    functions = set(re.findall(r"^  Symbol: (\w+)", described, re.MULTILINE))
+
+    assert {"RegOpenKeyExW", "RegQueryValueExW", "DeleteFileW"} <= functions
+    assert {"RegSetValueExW", "RegDeleteKeyW", "RegDeleteValueW", "ShellExecuteW", "socket"} & functions == set()
 
 
 def test_loads_dlls_from_the_folder_of_the_system_alone(described):
