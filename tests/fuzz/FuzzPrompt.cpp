@@ -3,7 +3,6 @@
 
 #include "Expect.h"
 #include "RecordingLogger.h"
-#include "Utf8.h"
 #include "cleaning/ConfirmWithUser.h"
 
 #include <iostream>
@@ -130,7 +129,7 @@ static Asking modelsAsking (Input& input)
 
 int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
-    Input model { asProperUtf8 ({ data, data + size }) };
+    Input model { { data, data + size } };
     std::istringstream input (model.text);
     auto* const previous = std::cin.rdbuf (input.rdbuf());
 

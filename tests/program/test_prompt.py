@@ -101,6 +101,16 @@ def test_asks_again_after_any_other_line(linux, line):
     assert run.log == LOG_BANNER + QUESTION + CANCELLED
 
 
+@pytest.mark.parametrize("line", [b"\x80", b"\x80a va, et tout le reste", b"\xc1\xb9", b"y\xff", b"\xfb"])
+def test_asks_again_after_a_line_in_the_encoding_of_a_console(machine, line):
+    run = machine.run("--clean=Content", answers=line + b"\nn\n\n")
+
+    assert run.console == BANNER + QUESTION + "Y/n? Y/n? " + CANCELLED + ending(machine)
+    assert run.errors == ""
+    assert run.exit_code == 0
+    assert run.log == LOG_BANNER + QUESTION + CANCELLED
+
+
 def test_asks_again_until_there_is_an_answer(machine):
     run = machine.run("--clean=Content", answers="".join(f"{line}\n" for line in OTHER_LINES) + "n\n\n")
 

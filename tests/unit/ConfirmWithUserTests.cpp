@@ -75,6 +75,7 @@ TEST (ConfirmWithUser, AsksAgainAndSaysNothingElseAfterAnyOtherLine)
         "\xd0\xbd",     // the Cyrillic letter that sounds like n
         "\xe3\x81\xaf\xe3\x81\x84",
         "\xf0\x9f\x91\x8d",
+        "\xf0\x90\x81\x99", // a character whose lower 16 bits are those of Y
     };
 
     for (const auto* line : otherLines)
@@ -88,6 +89,42 @@ TEST (ConfirmWithUser, AsksAgainAndSaysNothingElseAfterAnyOtherLine)
         EXPECT_EQ (console.errors(), "");
         EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
     }
+}
+
+TEST (ConfirmWithUser, AsksAgainAfterALineThatIsNoProperUtf8)
+{
+    const char* const otherLines[] = {
+        "\x80",                   // a lone continuation byte; C with cedilla in a DOS code page
+        "\x80y",                  // the same in front of more
+        "\x80 va bien, je pense", // more than any memory is rounded up by
+        "\xc1\xb9",               // y in two bytes
+        "\xc1\xae",               // n in two bytes
+        "\xe0\x80\x80",           // NUL in three bytes
+        "y\x80",                  // an answer, and then one
+        "\xfb",                   // a sequence that is cut short
+        "\xff",
+        "\xed\xa0\x80", // half of a surrogate pair
+    };
+
+    for (const auto* line : otherLines)
+    {
+        SCOPED_TRACE (line);
+        const RecordingLogger logger;
+        const Console console (std::string (line) + "\nn\n");
+
+        EXPECT_FALSE (confirmWithUser());
+        EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+        EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
+    }
+}
+
+TEST (ConfirmWithUser, LooksAtNothingBehindTheFirstNulCharacter)
+{
+    const RecordingLogger logger;
+    const Console console (std::string ("n\0\x80\n", 4));
+
+    EXPECT_FALSE (confirmWithUser());
+    EXPECT_EQ (console.output(), "Y/n? ");
 }
 
 TEST (ConfirmWithUser, AsksUntilThereIsAnAnswer)
