@@ -14,13 +14,18 @@ function (make_short_imports libraries)
         execute_process (COMMAND ${CMAKE_CXX_COMPILER_TARGET}-nm --defined-only "${long_library}"
             OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
 
-        string (REGEX MATCHALL " T [^\n]+" functions "${symbols}")
-        list (TRANSFORM functions REPLACE " T " "")
+        # The few functions that a long library has of its own are left out.
+        string (REGEX MATCHALL " I __imp_[^\n]+" functions "${symbols}")
+        list (TRANSFORM functions REPLACE " I __imp_" "")
         list (JOIN functions "\n" functions)
-        file (WRITE "${folder}/${name}.def" "LIBRARY ${dll}\nEXPORTS\n${functions}\n")
+        set (definition "${folder}/${name}.def")
+        file (CONFIGURE OUTPUT "${definition}" CONTENT "LIBRARY ${dll}\nEXPORTS\n${functions}\n" @ONLY)
 
-        execute_process (COMMAND llvm-dlltool -m i386:x86-64 -d "${folder}/${name}.def" -l "${short_library}"
-            COMMAND_ERROR_IS_FATAL ANY)
+        if ("${definition}" IS_NEWER_THAN "${short_library}")
+            execute_process (COMMAND llvm-dlltool -m i386:x86-64 -d "${definition}" -l "${short_library}"
+                COMMAND_ERROR_IS_FATAL ANY)
+        endif()
+
         list (APPEND short_libraries "${short_library}")
     endforeach()
 
