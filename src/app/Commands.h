@@ -8,8 +8,8 @@ namespace TessaraWorks
 /** The program's commands. Starts without any. */
 extern juce::ConsoleApplication consoleApplication;
 
-/** Adds the program's own commands to consoleApplication: the default one, which offers all
-    products, and --clean. The last default command added counts, so they go behind help and version.
+/** Adds the commands to consoleApplication: help, version, the default one, which offers all products,
+    and --clean. Help is added as the default as well, but the last default command counts.
 
     Deliberately, an unknown argument is never refused: it starts the default command.
 */

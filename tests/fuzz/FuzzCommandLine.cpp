@@ -19,13 +19,6 @@ static const std::vector<std::string> targets {
 
 //  The program
 
-static void addCommandsAsMainDoes()
-{
-    consoleApplication.addHelpCommand ("--help|-h", "Usage:", true);
-    consoleApplication.addVersionCommand ("--version|-v", "1.0");
-    registerCommands();
-}
-
 static std::string chosenTarget (const juce::ArgumentList& args)
 {
     const Console console;
@@ -143,7 +136,7 @@ static std::string modelsChoice (const std::vector<std::string>& arguments)
 
 int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
-    static const bool isReady = (addCommandsAsMainDoes(), true);
+    static const bool isReady = (registerCommands(), true);
     (void)isReady;
 
     auto arguments = split (std::string (data, data + size), '\0');

@@ -5,7 +5,6 @@
 
 using namespace TessaraWorks;
 
-// The commands as main() adds them.
 class Commands : public DisposableMachine
 {
 protected:
@@ -15,8 +14,6 @@ protected:
     {
         DisposableMachine::SetUp();
         consoleApplication = {};
-        consoleApplication.addHelpCommand ("--help|-h", "Usage:", true);
-        consoleApplication.addVersionCommand ("--version|-v", "Orvex Cleaner 1.0.1 build 00ec07c");
         registerCommands();
     }
 
