@@ -57,6 +57,33 @@ TEST (ProductCleaner, SaysNothingOfAListedFileThatVanishesAfterTheFirstTest)
                         "Info: Product was successfully removed." }));
 }
 
+TEST (ProductCleaner, FailsATreeThatGrowsAfterItWasListedAndLeavesWhatIsNew)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto inner = folder.makeFile ("tree/inner/file");
+    const auto tree = folder.getChildFile ("tree");
+    const auto added = folder.getChildFile ("tree/added");
+    TestCleaner cleaner;
+    cleaner.addDirectory (tree);
+
+    const AfterFileAccess hook (inner, [&] { added.create(); });
+    const auto result = cleaner.clean();
+
+    EXPECT_FALSE (result.success);
+    EXPECT_EQ (result.directoriesRemoved, 0);
+    EXPECT_EQ (result.filesRemoved, 0);
+    EXPECT_FALSE (inner.getParentDirectory().exists());
+    EXPECT_TRUE (added.existsAsFile());
+    EXPECT_EQ (logger.lines,
+               (Lines { "Info: Cleaning: Product",
+                        "Info: Deleting directory: " + pathOf (tree),
+                        "Critical: Unable to delete directory: " + pathOf (tree),
+                        "Info: Directories removed: 0",
+                        "Info: Files removed: 0",
+                        "Info: Product encountered errors and could not be removed." }));
+}
+
 TEST (ProductCleaner, TriesOnceToDeleteWhatCannotBeDeleted)
 {
     const RecordingLogger logger;

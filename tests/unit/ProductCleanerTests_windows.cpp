@@ -6,6 +6,9 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <thread>
+
 using namespace TessaraWorks;
 
 // Keeps a file open, for nobody else to touch.
@@ -97,6 +100,44 @@ TEST (ProductCleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemove
     EXPECT_FALSE (result.success);
     EXPECT_EQ (result.directoriesRemoved, 0);
     EXPECT_EQ (logger.lines[2], "Critical: Unable to delete directory: " + pathOf (tree));
+}
+
+TEST (ProductCleaner, FailsATreeWithAFileThatIsOpenedHalfWayAndRemovesTheRest)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto tree = folder.makeFolder ("tree");
+
+    for (int number = 0; number < 1000; ++number)
+        tree.getChildFile (juce::String (number)).create();
+
+    const auto files = tree.findChildFiles (juce::File::findFiles, false);
+    const auto first = files.getFirst();
+    const auto last = files.getLast();
+    TestCleaner cleaner;
+    cleaner.addDirectory (tree);
+
+    std::unique_ptr<FileInUse> open;
+    std::thread other (
+        [&]
+        {
+            while (first.exists())
+                ;
+
+            open = std::make_unique<FileInUse> (last);
+        });
+    const auto result = cleaner.clean();
+    other.join();
+
+    EXPECT_FALSE (result.success);
+    EXPECT_EQ (tree.findChildFiles (juce::File::findFilesAndDirectories, false), juce::Array<juce::File> { last });
+    EXPECT_EQ (logger.lines,
+               (Lines { "Info: Cleaning: Product",
+                        "Info: Deleting directory: " + pathOf (tree),
+                        "Critical: Unable to delete directory: " + pathOf (tree),
+                        "Info: Directories removed: 0",
+                        "Info: Files removed: 0",
+                        "Info: Product encountered errors and could not be removed." }));
 }
 
 TEST (ProductCleaner, ClearsNoReadOnlyAttribute)
