@@ -184,6 +184,10 @@ class Windows(Machine):
         Windows.shut_down()  # an interrupted run may have left it on
         subprocess.run(["wineserver", "--persistent"], env=wine_environment(), check=True)
 
+        # Its own processes come with the first one, and write to what that one was given.
+        first, nowhere = ["wine", "cmd", "/c", "exit"], subprocess.DEVNULL
+        subprocess.run(first, env=wine_environment(), stdin=nowhere, stdout=nowhere, stderr=nowhere, check=True)
+
     @staticmethod
     def shut_down() -> None:
         subprocess.run(["wineserver", "--kill"], env=wine_environment(), check=False)
