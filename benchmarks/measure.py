@@ -303,8 +303,9 @@ def prepare() -> None:
 
 
 def main() -> None:
-    parser = argparse.ArgumentParser(prog="scripts/bench", description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)  # fmt: skip
+    parser = argparse.ArgumentParser(
+        prog="scripts/bench", description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
     parser.add_argument("--quick", action="store_true", help="measure next to nothing, and write nothing")
     quick = parser.parse_args().quick
     amounts = Amounts(quick)

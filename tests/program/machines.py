@@ -91,9 +91,7 @@ class Machine:
         """The host's id of the program itself."""
         raise NotImplementedError
 
-    def start(
-        self, *arguments: str, elevated: bool = True, stdin=subprocess.DEVNULL, stdout=None
-    ) -> subprocess.Popen:
+    def start(self, *arguments: str, elevated: bool = True, stdin=subprocess.DEVNULL, stdout=None) -> subprocess.Popen:
         """Starts the program and goes on while it runs."""
         # Files and no pipes: what the program starts may outlive it and keep them open.
         with open(self.scratch / "console", "wb") as console, open(self.scratch / "errors", "wb") as errors:

@@ -398,10 +398,12 @@ def lay_out(machine, situation: Situation) -> None:
             file.mkdir(parents=True)
 
     values = {"DisplayName": "display_name", "UninstallString": "command"}
-    machine.register({
-        key: {name: getattr(entry, text) for name, text in values.items() if getattr(entry, text) is not None}
-        for key, entry in situation.entries.items()
-    })
+    machine.register(
+        {
+            key: {name: getattr(entry, text) for name, text in values.items() if getattr(entry, text) is not None}
+            for key, entry in situation.entries.items()
+        }
+    )
 
 
 def run_on(machine, situation: Situation) -> Outcome:

@@ -150,10 +150,12 @@ def test_carries_out_the_steps_behind_one_whose_uninstaller_could_not_be_started
     for folder in folders:
         folder.mkdir()
 
-    windows.register({
-        "A": {"DisplayName": "Orvex Studio", "UninstallString": "C:\\Uninstallers\\Gone.exe"},
-        "B": {"DisplayName": "Orvex Product Manager", "UninstallString": "C:\\Uninstallers\\Gone.exe"},
-    })
+    windows.register(
+        {
+            "A": {"DisplayName": "Orvex Studio", "UninstallString": "C:\\Uninstallers\\Gone.exe"},
+            "B": {"DisplayName": "Orvex Product Manager", "UninstallString": "C:\\Uninstallers\\Gone.exe"},
+        }
+    )
 
     run = windows.run("--clean=All", answers="y\ny\ny\ny\ny\n")
 
@@ -233,13 +235,15 @@ def test_runs_for_any_arguments_that_are_no_command_and_exits_with_0_after_a_suc
 
     run = machine.run(*arguments, answers="n\ny\nn\nn\nn\n\n")
 
-    transcript = NOTHING_BUT_CONTENT.format(content_run=f"""\
+    transcript = NOTHING_BUT_CONTENT.format(
+        content_run=f"""\
 [time][Info] Deleting directory: {machine.shown(content)}
 [time][Info] Directory deleted: {machine.shown(content)}
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-""")
+"""
+    )
     assert run.console == BANNER + transcript + ending(machine)
     assert run.errors == ""
     assert run.exit_code == 0
@@ -260,13 +264,15 @@ def test_exits_with_1_after_a_failure_only_if_it_was_asked_for_by_its_name(machi
 
     run = machine.run(*arguments, answers="n\ny\nn\nn\nn\n")
 
-    transcript = NOTHING_BUT_CONTENT.format(content_run=f"""\
+    transcript = NOTHING_BUT_CONTENT.format(
+        content_run=f"""\
 [time][Info] Deleting directory: {machine.shown(content)}
 [time][Critical] Unable to delete directory: {machine.shown(content)}
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] Velantone Content encountered errors and could not be removed.
-""")
+"""
+    )
     assert run.console == BANNER + transcript
     assert run.errors == FAILURE
     assert run.exit_code == exit_code

@@ -9,7 +9,9 @@ def test_removes_the_content_folder_after_a_yes(machine):
 
     run = machine.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == f"""\
+    assert (
+        run.console
+        == f"""\
 ================================================================
 Orvex Cleaner
 ================================================================
@@ -26,9 +28,12 @@ Cleaning finished successfully.
 Log file written to: {machine.shown(machine.log_file)}
 Press enter to exit
 """
+    )
     assert run.errors == ""
     assert run.exit_code == 0
-    assert run.log == f"""\
+    assert (
+        run.log
+        == f"""\
 
 **********************************************************
 Orvex Cleaner session starting
@@ -43,6 +48,7 @@ Log started: <when>
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
 """
+    )
     assert run.revealed == [machine.shown(machine.desktop)]
     assert not content.exists()
     assert content.parent.is_dir()

@@ -99,7 +99,9 @@ def test_calls_itself_in_help_by_the_name_of_its_file(linux):
 
     run = linux.run("--help")
 
-    assert run.console == """\
+    assert (
+        run.console
+        == """\
 Usage:
  tidy --help|-h     Prints the list of commands
  tidy --version|-v  Prints the current version number
@@ -107,6 +109,7 @@ Usage:
  tidy --clean       Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}
 
 """
+    )
     assert run.errors == ""
     assert run.exit_code == 0
 
@@ -116,7 +119,9 @@ def test_gives_a_long_name_in_help_a_line_of_its_own(windows):
 
     run = windows.run("--help")
 
-    assert run.console == """\
+    assert (
+        run.console
+        == """\
 Usage:
  Remove the products of Tessara Works.exe --help|-h
                                         Prints the list of commands
@@ -128,6 +133,7 @@ Usage:
                                         Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}
 
 """
+    )
     assert run.errors == ""
     assert run.exit_code == 0
 

@@ -10,9 +10,7 @@ def test_refuses_everything_without_administrator_rights(machine, arguments):
 
     run = machine.run(*arguments.split(), answers="y\ny\ny\ny\ny\n\n", elevated=False)
 
-    assert run.console == (
-        "[time][Critical] This application must be run with Administrator privileges. Aborting...\n"
-    )
+    assert run.console == "[time][Critical] This application must be run with Administrator privileges. Aborting...\n"
     assert run.errors == ""
     assert run.exit_code == 1
     assert run.log is None
@@ -24,9 +22,7 @@ def test_leaves_an_existing_log_file_alone_without_administrator_rights(machine)
 
     run = machine.run("--clean=Content", answers="y\n\n", elevated=False)
 
-    assert run.console == (
-        "[time][Critical] This application must be run with Administrator privileges. Aborting...\n"
-    )
+    assert run.console == "[time][Critical] This application must be run with Administrator privileges. Aborting...\n"
     assert run.errors == ""
     assert run.exit_code == 1
     assert run.log == "an earlier run\n"

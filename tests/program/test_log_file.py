@@ -5,6 +5,7 @@ import re
 from machines import contents_of, wait_for
 from texts import BANNER, DECLINED, FAILURE, LOG_BANNER, QUESTION, ending, without_prompts
 
+
 def test_is_text_with_windows_line_ends_behind_a_banner_with_the_time_of_the_start(machine):
     machine.run("--clean=Content", answers="n\n\n")
 
@@ -143,11 +144,16 @@ def test_lies_in_the_root_of_the_current_drive_without_a_desktop(windows, drive_
     with windows.without("desktop"):
         run = windows.run("--clean=Content", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + """\
+    assert (
+        run.console
+        == BANNER
+        + DECLINED
+        + """\
 Cleaning finished successfully.
 Log file written to: D:\\OrvexCleaner.log
 Press enter to exit
 """
+    )
     assert run.errors == ""
     assert run.exit_code == 0
     windows.log_file = drive_d / "OrvexCleaner.log"
@@ -163,11 +169,16 @@ def test_is_made_together_with_the_desktop(linux):
 
     run = linux.run("--clean=Content", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + """\
+    assert (
+        run.console
+        == BANNER
+        + DECLINED
+        + """\
 Cleaning finished successfully.
 Log file written to: /home/newcomer/Desktop/OrvexCleaner.log
 Press enter to exit
 """
+    )
     assert run.errors == ""
     assert run.exit_code == 0
     assert run.log == LOG_BANNER + without_prompts(DECLINED)

@@ -63,7 +63,8 @@ def time_server(certificate):
     make = ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=Throwaway time"]
     use = ["-addext", "extendedKeyUsage=critical,timeStamping", "-keyout", "time.key", "-out", "time.pem"]
     subprocess.run([*make, *use], cwd=folder, check=True, capture_output=True)
-    (folder / "time.conf").write_text("""\
+    (folder / "time.conf").write_text(
+        """\
 [tsa]
 default_tsa = here
 [here]
@@ -74,7 +75,8 @@ certs = time.pem
 signer_digest = sha256
 default_policy = 1.2.3.4
 digests = sha256
-""")
+"""
+    )
 
     class Server(http.server.BaseHTTPRequestHandler):
         def do_POST(self):
@@ -113,17 +115,25 @@ def test_makes_the_same_bytes_in_any_folder_at_any_time(sources, tmp_path):
 def test_says_what_it_is_doing(sources, tmp_path):
     run = package(sources, "--output", tmp_path)
 
-    assert run.stderr == f"""\
+    assert (
+        run.stderr
+        == f"""\
 Building the program for Windows
 Packing {PACKAGE}
 Made {tmp_path / PACKAGE}
 """
+    )
     assert run.stdout == ""
 
 
 def test_packs_the_executable_the_guide_the_notices_and_their_sums(sources):
-    commit_time = subprocess.run(["git", "log", "-1", "--format=%cd", "--date=format-local:%Y %m %d %H %M %S"],
-                                 cwd=sources, env=os.environ | {"TZ": "UTC"}, check=True, capture_output=True)  # fmt: skip
+    commit_time = subprocess.run(
+        ["git", "log", "-1", "--format=%cd", "--date=format-local:%Y %m %d %H %M %S"],
+        cwd=sources,
+        env=os.environ | {"TZ": "UTC"},
+        check=True,
+        capture_output=True,
+    )
     *minute, second = map(int, commit_time.stdout.split())
 
     with zipfile.ZipFile(sources / "dist" / PACKAGE) as archive:
@@ -152,13 +162,16 @@ def test_packs_the_program_that_all_other_tests_run(sources, windows_executable)
 def test_gives_the_licences_of_what_is_linked_in_word_for_word():
     documents = Path("/usr/share/doc")
     headers = Path("/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++")
-    originals = " ".join(words(file.read_text()) for file in (
-        Path("/usr/share/juce/modules/juce_core/juce_core.h"),
-        documents / "libz-mingw-w64-dev" / "copyright",
-        documents / "gcc-mingw-w64-base" / "copyright",
-        headers / "bits" / "stl_algo.h",
-        documents / "mingw-w64-common" / "copyright",
-    ))  # fmt: skip
+    originals = " ".join(
+        words(file.read_text())
+        for file in (
+            Path("/usr/share/juce/modules/juce_core/juce_core.h"),
+            documents / "libz-mingw-w64-dev" / "copyright",
+            documents / "gcc-mingw-w64-base" / "copyright",
+            headers / "bits" / "stl_algo.h",
+            documents / "mingw-w64-common" / "copyright",
+        )
+    )
 
     notices = (TOP / "docs" / "third-party-notices.txt").read_text()
     quoted = re.findall(r"^    .+\n(?:    .+\n)*", notices, re.MULTILINE)
@@ -177,12 +190,15 @@ def test_signs_the_executable(sources, certificate, tmp_path):
     run = package(sources, "--sign", certificate, "--output", tmp_path / "signed", password="secret")
 
     assert run.returncode == 0, run.stderr
-    assert run.stderr == f"""\
+    assert (
+        run.stderr
+        == f"""\
 Building the program for Windows
 Signing OrvexCleaner.exe
 Packing {PACKAGE}
 Made {tmp_path / "signed" / PACKAGE}
 """
+    )
     with zipfile.ZipFile(tmp_path / "signed" / PACKAGE) as archive:
         archive.extractall(tmp_path)
         assert archive.namelist() == CONTENTS
@@ -226,10 +242,13 @@ def test_asks_for_the_password_on_a_terminal(sources, certificate, tmp_path):
 def test_makes_no_package_without_the_certificate(sources, tmp_path):
     run = package(sources, "--sign", tmp_path / "missing.p12", "--output", tmp_path / "signed", password="secret")
 
-    assert run.stderr == f"""\
+    assert (
+        run.stderr
+        == f"""\
 scripts/package: there is no certificate to read in {tmp_path / "missing.p12"}
 No package was made.
 """
+    )
     assert run.returncode == 1
     assert not (tmp_path / "signed").exists()
 
@@ -237,10 +256,12 @@ No package was made.
 def test_makes_no_package_with_a_wrong_password(sources, certificate, tmp_path):
     run = package(sources, "--sign", certificate, "--output", tmp_path / "signed", password="guessed")
 
-    assert run.stderr.endswith(f"""\
+    assert run.stderr.endswith(
+        f"""\
 scripts/package: the password does not open {certificate}, or it is no PKCS#12 file
 No package was made.
-""")
+"""
+    )
     assert run.returncode == 1
     assert not (tmp_path / "signed").exists()
 
@@ -248,10 +269,13 @@ No package was made.
 def test_asks_no_password_where_there_is_no_terminal(sources, certificate, tmp_path):
     run = package(sources, "--sign", certificate, "--output", tmp_path / "signed")
 
-    assert run.stderr == """\
+    assert (
+        run.stderr
+        == """\
 scripts/package: there is no terminal to ask for the certificate's password: set ORVEX_SIGN_PASSWORD
 No package was made.
 """
+    )
     assert run.returncode == 1
     assert not (tmp_path / "signed").exists()
 
@@ -261,10 +285,12 @@ def test_makes_no_package_if_the_time_cannot_be_confirmed(sources, certificate, 
 
     run = package(sources, *signed_at_nobodys, password="secret")
 
-    assert run.stderr.endswith("""\
+    assert run.stderr.endswith(
+        """\
 scripts/package: OrvexCleaner.exe cannot be signed
 No package was made.
-""")
+"""
+    )
     assert run.returncode == 1
     assert not (tmp_path / "signed").exists()
 
@@ -276,12 +302,15 @@ def test_makes_no_package_of_what_is_not_committed(tmp_path):
 
     run = package(changed)
 
-    assert run.stderr == """\
+    assert (
+        run.stderr
+        == """\
 scripts/package: these files are not as they are committed, and a package is made of a commit:
  M CMakeLists.txt
 ?? notes.txt
 No package was made.
 """
+    )
     assert run.returncode == 1
     assert not (changed / "dist").exists()
 

@@ -5,7 +5,7 @@ import shutil
 import pytest
 
 from machines import contents_of
-from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
+from products import MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
 from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 ENTRIES = [(product, order) for product in PRODUCTS for order in range(len(product.table))]
@@ -279,11 +279,14 @@ def test_finds_nothing_to_remove_on_a_machine_without_the_product(machine, produ
 
     run = clean(machine, product)
 
-    transcript = opening(product) + f"""\
+    transcript = (
+        opening(product)
+        + f"""\
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] {product.name} was successfully removed.
 """
+    )
     assert run.console == BANNER + transcript + ending(machine)
     assert run.errors == ""
     assert run.exit_code == 0
@@ -306,11 +309,15 @@ def test_removes_files_where_folders_are_expected(machine, product):
 """
         for path in product.paths(machine)
     )
-    transcript = opening(product) + removals + f"""\
+    transcript = (
+        opening(product)
+        + removals
+        + f"""\
 [time][Info] Directories removed: 0
 [time][Info] Files removed: {len(product.table)}
 [time][Info] {product.name} was successfully removed.
 """
+    )
     assert run.console == BANNER + transcript + ending(machine)
     assert run.errors == ""
     assert run.exit_code == 0
@@ -349,11 +356,15 @@ def test_removes_everything_but_the_one_folder_that_holds_an_undeletable_file(ma
         if len(paths) > 1
         else f"[Info] {product.name} encountered errors and could not be removed."
     )
-    transcript = opening(product) + outcomes + f"""\
+    transcript = (
+        opening(product)
+        + outcomes
+        + f"""\
 [time][Info] Directories removed: {len(paths) - 1}
 [time][Info] Files removed: 0
 [time]{verdict}
 """
+    )
     assert run.console == BANNER + transcript
     assert run.errors == FAILURE
     assert run.exit_code == 1
@@ -373,13 +384,16 @@ def test_could_not_remove_a_product_that_is_one_undeletable_file(machine, produc
 
     run = clean(machine, product)
 
-    transcript = opening(product) + f"""\
+    transcript = (
+        opening(product)
+        + f"""\
 [time][Warning] Directory is actually a file, attempting to delete file...
 [time][Critical] Unable to delete file: {machine.shown(file)}
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] {product.name} encountered errors and could not be removed.
 """
+    )
     assert run.console == BANNER + transcript
     assert run.errors == FAILURE
     assert run.exit_code == 1
@@ -410,11 +424,15 @@ def test_takes_the_root_of_the_drive_for_a_location_that_cannot_be_found(windows
 """
         for path in paths
     )
-    transcript = opening(product) + removals + f"""\
+    transcript = (
+        opening(product)
+        + removals
+        + f"""\
 [time][Info] Directories removed: {len(paths)}
 [time][Info] Files removed: 0
 [time][Info] {product.name} was successfully removed.
 """
+    )
     assert run.console == BANNER + transcript + ending(windows)
     assert run.errors == ""
     assert run.exit_code == 0

@@ -51,14 +51,16 @@ def refused(windows, key: str):
 
 def test_studio_is_removed_in_silence_when_no_entry_has_its_names(windows, uninstallers, studio):
     windows.place_uninstaller(uninstallers / "Other.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Other.exe", "orvex studio"),
-        "B": program_at("C:\\Uninstallers\\Other.exe", "Orvex Version 2"),
-        "C": program_at("C:\\Uninstallers\\Other.exe", "OrvexStudio"),
-        "D": program_at("C:\\Uninstallers\\Other.exe", "Orvex Product Manager version 2"),
-        "E": program_at("C:\\Uninstallers\\Other.exe", ""),
-        "F": {"UninstallString": "C:\\Uninstallers\\Other.exe"},
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Other.exe", "orvex studio"),
+            "B": program_at("C:\\Uninstallers\\Other.exe", "Orvex Version 2"),
+            "C": program_at("C:\\Uninstallers\\Other.exe", "OrvexStudio"),
+            "D": program_at("C:\\Uninstallers\\Other.exe", "Orvex Product Manager version 2"),
+            "E": program_at("C:\\Uninstallers\\Other.exe", ""),
+            "F": {"UninstallString": "C:\\Uninstallers\\Other.exe"},
+        }
+    )
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
@@ -110,10 +112,12 @@ def test_studio_runs_both_uninstallers_in_its_own_order_and_goes_on_whatever_the
 ):
     windows.place_uninstaller(uninstallers / "Orvex.exe", "exit 3")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe", "exit 4294967295")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
-        "B": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
+            "B": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
+        }
+    )
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
 
@@ -214,10 +218,12 @@ def test_studio_runs_the_second_uninstaller_after_the_first_could_not_be_started
     windows, uninstallers, studio
 ):
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Gone.exe", "Orvex version 1.4"),
-        "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Gone.exe", "Orvex version 1.4"),
+            "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
+        }
+    )
     before = windows.tree()
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
@@ -245,10 +251,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 
 def test_studio_deletes_nothing_when_only_the_second_uninstaller_could_not_be_started(windows, uninstallers, studio):
     windows.place_uninstaller(uninstallers / "Orvex.exe", "exit 3")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
-        "B": program_at("C:\\Uninstallers\\Gone.exe", "Orvex Studio"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
+            "B": program_at("C:\\Uninstallers\\Gone.exe", "Orvex Studio"),
+        }
+    )
     before = windows.tree()
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
@@ -276,10 +284,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 def test_studio_advises_twice_and_names_an_uninstaller_only_if_it_is_a_file(windows, uninstallers, studio):
     uninstallers.mkdir()
     (uninstallers / "Orvex uninstaller.exe").write_text("This is no program.")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Orvex uninstaller.exe", "Orvex version 1.4"),
-        "B": program_at("C:\\Uninstallers\\Gone.exe", "Orvex Studio"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Orvex uninstaller.exe", "Orvex version 1.4"),
+            "B": program_at("C:\\Uninstallers\\Gone.exe", "Orvex Studio"),
+        }
+    )
     before = windows.tree()
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
@@ -363,10 +373,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 
 def test_studio_deletes_nothing_when_its_entry_has_no_command_although_a_later_one_has(windows, uninstallers, studio):
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
-    windows.register({
-        "A": {"DisplayName": "Orvex Studio"},
-        "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
-    })
+    windows.register(
+        {
+            "A": {"DisplayName": "Orvex Studio"},
+            "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
+        }
+    )
     before = windows.tree()
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
@@ -394,10 +406,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 def test_studio_goes_on_after_20_seconds_beside_an_uninstaller_that_comes_to_its_own_end(windows, uninstallers, studio):
     windows.place_uninstaller(uninstallers / "Orvex.exe", "sleep 24000")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
-        "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
+            "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
+        }
+    )
     before = windows.tree()
     start = time.monotonic()
 
@@ -455,10 +469,12 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_before_it(windows, uninstallers, studio):
     windows.place_uninstaller(uninstallers / "Orvex.exe")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
-        "C": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Orvex.exe", "Orvex version 1.4"),
+            "C": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Studio"),
+        }
+    )
 
     with refused(windows, "B"):
         run = windows.run("--clean=OrvexStudio", answers="y\n\n")
@@ -487,11 +503,13 @@ def test_product_manager_is_removed_in_silence_when_only_the_studio_is_registere
     windows, uninstallers, product_manager
 ):
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex version 1.4 (Orvex Studio)"),
-        "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Manager"),
-        "C": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex product manager"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex version 1.4 (Orvex Studio)"),
+            "B": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex Manager"),
+            "C": program_at("C:\\Uninstallers\\Orvex Studio.exe", "Orvex product manager"),
+        }
+    )
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
@@ -518,10 +536,12 @@ def test_product_manager_runs_the_first_uninstaller_of_its_name_and_goes_on_what
 ):
     windows.place_uninstaller(uninstallers / "First.exe", "exit 1602")
     windows.place_uninstaller(uninstallers / "Second.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\First.exe", "Orvex Product Manager 2"),
-        "B": program_at("C:\\Uninstallers\\Second.exe", "Orvex Product Manager"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\First.exe", "Orvex Product Manager 2"),
+            "B": program_at("C:\\Uninstallers\\Second.exe", "Orvex Product Manager"),
+        }
+    )
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
@@ -672,12 +692,14 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 @pytest.mark.parametrize("product", [CONTENT, MEDIA_SERVER], ids=lambda product: product.name)
 def test_the_other_products_run_no_uninstaller(windows, uninstallers, product):
     windows.place_uninstaller(uninstallers / "Any.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Any.exe", "Orvex version 1.4 (Orvex Studio)"),
-        "B": program_at("C:\\Uninstallers\\Any.exe", "Orvex Product Manager"),
-        "C": program_at("C:\\Uninstallers\\Any.exe", "Velantone Content"),
-        "D": program_at("C:\\Uninstallers\\Any.exe", "Velantone Media Server"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Any.exe", "Orvex version 1.4 (Orvex Studio)"),
+            "B": program_at("C:\\Uninstallers\\Any.exe", "Orvex Product Manager"),
+            "C": program_at("C:\\Uninstallers\\Any.exe", "Velantone Content"),
+            "D": program_at("C:\\Uninstallers\\Any.exe", "Velantone Media Server"),
+        }
+    )
 
     run = windows.run(f"--clean={product.target}", answers="y\n\n")
 
@@ -701,12 +723,14 @@ def test_the_company_folders_are_removed_without_an_uninstaller(windows, uninsta
     maker = windows.shared_data / "TessaraWorks"
     maker.mkdir()
     windows.place_uninstaller(uninstallers / "Any.exe")
-    windows.register({
-        "A": program_at("C:\\Uninstallers\\Any.exe", "Orvex version 1.4 (Orvex Studio)"),
-        "B": program_at("C:\\Uninstallers\\Any.exe", "Orvex Product Manager"),
-        "C": program_at("C:\\Uninstallers\\Any.exe", "Tessara Works Global Directories"),
-        "D": program_at("C:\\Uninstallers\\Gone.exe", "Tessara Works"),
-    })
+    windows.register(
+        {
+            "A": program_at("C:\\Uninstallers\\Any.exe", "Orvex version 1.4 (Orvex Studio)"),
+            "B": program_at("C:\\Uninstallers\\Any.exe", "Orvex Product Manager"),
+            "C": program_at("C:\\Uninstallers\\Any.exe", "Tessara Works Global Directories"),
+            "D": program_at("C:\\Uninstallers\\Gone.exe", "Tessara Works"),
+        }
+    )
 
     run = windows.run("--clean=All", answers="n\nn\nn\nn\ny\n\n")
 

@@ -1,4 +1,4 @@
-"""The form of the source, as .clang-format, .clang-tidy and shellcheck demand it."""
+"""The form of the source, as .clang-format, .clang-tidy, shellcheck, black and pyflakes demand it."""
 
 import subprocess
 from pathlib import Path
@@ -22,19 +22,32 @@ def test_every_source_has_the_layout():
 
 def test_clang_tidy_finds_nothing():
     sources = [file for file in tracked("src/*.cpp") if "_windows" not in file and "/juce/" not in file]
-    assert findings("xargs", "-a", write_list(sources), "-P2", "-n4", "clang-tidy", "-p", "build/native", "--quiet") == ""
+    listed = TOP / "build" / "clang-tidy-sources"
+    listed.write_text("\n".join(sources))
+    assert findings("xargs", "-a", str(listed), "-P2", "-n4", "clang-tidy", "-p", "build/native", "--quiet") == ""
 
 
 def test_shellcheck_finds_nothing():
-    scripts = [file for file in tracked("scripts", "tests/isolated", ".ci/run") if is_shell(TOP / file)]
-    assert findings("shellcheck", "--external-sources", *scripts) == ""
+    assert findings("shellcheck", "--external-sources", *scripts("#!/usr/bin/env bash")) == ""
 
 
-def is_shell(file: Path) -> bool:
-    return file.read_bytes().startswith(b"#!/usr/bin/env bash")
+def test_every_python_source_has_the_layout():
+    assert findings("black", "--quiet", "--diff", "--check", *python_sources()) == ""
 
 
-def write_list(files: list[str]) -> str:
-    listed = TOP / "build" / "clang-tidy-sources"
-    listed.write_text("\n".join(files))
-    return str(listed)
+def test_pyflakes_finds_nothing():
+    assert findings("pyflakes3", *python_sources()) == ""
+
+
+def python_sources() -> list[str]:
+    return tracked("*.py") + scripts("#!/usr/bin/python3")
+
+
+def scripts(first_line: str) -> list[str]:
+    """The files without an extension that start so."""
+    return [file for file in tracked() if not Path(file).suffix and is_script(TOP / file, first_line)]
+
+
+def is_script(file: Path, first_line: str) -> bool:
+    with file.open("rb") as opened:
+        return opened.readline().decode(errors="replace").rstrip() == first_line
