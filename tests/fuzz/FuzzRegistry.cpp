@@ -1,18 +1,19 @@
 // The search for an uninstaller. The input is text: the fragment to look for in the first line, and
 // one entry in each further line, with tabs between the key's name, the display name and the uninstall
-// string. Characters in front of a field change it:
+// string. An entry counts only with a name that no entry before it has. Characters in front of a field
+// change it:
 //
 //   fragment:  ! the root key cannot be opened
 //   name:      ! the entry cannot be opened    # the enumeration fails here
-//   value:     ! the query fails    ~ not terminated    * repeated until it just fits, not terminated
-//              + repeated until it is too long by one
+//   value:     ! the query fails    ~ not terminated    - the same without its last byte
+//              * repeated until it just fits, not terminated    + repeated until it is too long by one
 //
 // A byte from 0x80 on makes one UTF-16 code unit with the byte behind it, so that surrogates come up.
 
 #include "Expect.h"
 #include "RecordingLogger.h"
+#include "RecordingRegistry.h"
 #include "uninstall/FindUninstaller.h"
-#include "uninstall/RegistryTable.h"
 
 #include <algorithm>
 #include <cstring>
@@ -22,22 +23,18 @@
 
 using namespace TessaraWorks;
 
-static const std::string rootPath = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 constexpr size_t longestValue = 1024;
 
-struct Entry
+struct Entry : UninstallEntry
 {
     bool isListed = true;
     bool opens = true;
-    std::u16string name;
-    std::optional<std::u16string> displayName;
-    std::optional<std::u16string> uninstallString;
 };
 
 struct Contents
 {
     bool opens = true;
-    std::u16string fragment;
+    juce::String fragment;
     std::vector<Entry> entries;
 };
 
@@ -79,31 +76,42 @@ static std::u16string repeated (const std::u16string& text, size_t length)
     return result.substr (0, length);
 }
 
-static std::optional<std::u16string> readValue (std::string field)
+static std::optional<Bytes> readValue (std::string field)
 {
     if (takePrefix (field, '!'))
         return {};
 
     if (takePrefix (field, '~'))
-        return codeUnits (field);
+        return unterminated (codeUnits (field));
+
+    if (takePrefix (field, '-'))
+    {
+        const auto bytes = unterminated (codeUnits (field));
+        return bytes.substr (0, std::max<size_t> (bytes.size(), 1) - 1);
+    }
 
     if (takePrefix (field, '*'))
-        return repeated (codeUnits (field), longestValue);
+        return unterminated (repeated (codeUnits (field), longestValue));
 
     if (takePrefix (field, '+'))
-        return repeated (codeUnits (field), longestValue + 1);
+        return unterminated (repeated (codeUnits (field), longestValue + 1));
 
-    return codeUnits (field) + u'\0';
+    return terminated (codeUnits (field));
 }
 
-static std::u16string upToTerminator (const std::u16string& text) { return text.substr (0, text.find (u'\0')); }
+static juce::String textOf (const Bytes& bytes)
+{
+    std::vector<Registry::WideChar> units (bytes.size() / sizeof (Registry::WideChar) + 1);
+    std::memcpy (units.data(), bytes.data(), bytes.size());
+    return juce::CharPointer_UTF16 (units.data());
+}
 
 static Contents readContents (const std::string& input)
 {
     auto lines = split (input, '\n');
     Contents contents;
     contents.opens = ! takePrefix (lines[0], '!');
-    contents.fragment = upToTerminator (codeUnits (lines[0]));
+    contents.fragment = textOf (unterminated (codeUnits (lines[0])));
 
     for (auto line = std::next (lines.begin()); line != lines.end(); ++line)
     {
@@ -111,104 +119,34 @@ static Contents readContents (const std::string& input)
         Entry entry;
         entry.isListed = ! takePrefix (fields[0], '#');
         entry.opens = ! takePrefix (fields[0], '!');
-        entry.name = upToTerminator (codeUnits (fields[0])).substr (0, 255);
+        entry.keyName = textOf (unterminated (codeUnits (fields[0]).substr (0, 255)));
         entry.displayName = fields.size() > 1 ? readValue (fields[1]) : std::nullopt;
         entry.uninstallString = fields.size() > 2 ? readValue (fields[2]) : std::nullopt;
-        contents.entries.push_back (entry);
+
+        const auto hasItsName = [&] (const Entry& other) { return other.keyName == entry.keyName; };
+
+        if (std::none_of (contents.entries.begin(), contents.entries.end(), hasItsName))
+            contents.entries.push_back (entry);
     }
 
     return contents;
 }
 
+static std::string pathOf (const Entry& entry) { return uninstallRoot + ("\\" + entry.keyName).toStdString(); }
+
+static std::string enumerationAt (size_t index)
+{
+    return "enumerate key 1 at " + std::to_string (index) + " into 4096";
+}
+
 //  The program
-
-static juce::String juceString (const std::u16string& text)
-{
-    return juce::CharPointer_UTF16 (reinterpret_cast<const Registry::WideChar*> (text.c_str()));
-}
-
-static std::string utf8 (const Registry::WideChar* text)
-{
-    return juce::String (juce::CharPointer_UTF16 (text)).toStdString();
-}
-
-static std::string utf8 (const std::u16string& text) { return juceString (text).toStdString(); }
-
-/** A registry with these contents, which notes the calls. */
-class Table : public RegistryTable
-{
-public:
-    explicit Table (const Contents& toHold)
-        : contents (toHold)
-    {
-    }
-
-    std::vector<std::string> calls;
-
-    juce::int32 openKey (const Registry::WideChar* path, juce::uint32 access, Registry::Key& key) override
-    {
-        calls.push_back ("open " + utf8 (path) + " with " + std::to_string (access));
-
-        if (enumerated.has_value() ? ! getEntry (*enumerated).opens : ! contents.opens)
-            return 5;
-
-        key = toKey (enumerated.has_value() ? 2 + *enumerated : 1);
-        return 0;
-    }
-
-    juce::int32 enumerateKey (Registry::Key key,
-                              juce::uint32 index,
-                              Registry::WideChar* name,
-                              juce::uint32 capacity) override
-    {
-        calls.push_back ("enumerate " + toText (key) + " at " + std::to_string (index) + " into "
-                         + std::to_string (capacity));
-
-        if (index >= contents.entries.size() || ! getEntry (index).isListed)
-            return 259;
-
-        enumerated = index;
-        std::memcpy (name, getEntry (index).name.c_str(), (getEntry (index).name.size() + 1) * sizeof (*name));
-        return 0;
-    }
-
-    juce::int32 queryValue (Registry::Key key,
-                            const Registry::WideChar* valueName,
-                            void* data,
-                            juce::uint32 capacityBytes) override
-    {
-        calls.push_back ("query " + toText (key) + " for " + utf8 (valueName) + " into "
-                         + std::to_string (capacityBytes));
-
-        const auto& entry = getEntry (toNumber (key) - 2);
-        const auto& value = utf8 (valueName) == "DisplayName" ? entry.displayName : entry.uninstallString;
-
-        if (! value.has_value() || value->size() * sizeof (char16_t) > capacityBytes)
-            return 2;
-
-        std::memcpy (data, value->data(), value->size() * sizeof (char16_t));
-        return 0;
-    }
-
-    void closeKey (Registry::Key key) override { calls.push_back ("close " + toText (key)); }
-
-private:
-    static Registry::Key toKey (size_t number) { return reinterpret_cast<Registry::Key> (number); }
-    static size_t toNumber (Registry::Key key) { return reinterpret_cast<size_t> (key); }
-    static std::string toText (Registry::Key key) { return "key " + std::to_string (toNumber (key)); }
-
-    const Entry& getEntry (size_t index) const { return contents.entries.at (index); }
-
-    const Contents& contents;
-    std::optional<size_t> enumerated;
-};
 
 struct Search
 {
     bool found = false;
     std::string path;
-    std::vector<std::string> calls;
-    std::vector<std::string> log;
+    Lines calls;
+    Lines log;
 
     std::string toText() const
     {
@@ -227,13 +165,29 @@ struct Search
 static Search programsSearch (const Contents& contents)
 {
     RecordingLogger logger;
-    Table table (contents);
-    getRegistryTable() = &table;
+    RecordingRegistry registry;
+    registry.entries.assign (contents.entries.begin(), contents.entries.end());
+    Lines refused;
+
+    if (! contents.opens)
+        refused.push_back (std::string ("open ") + uninstallRoot + " with 20019");
+
+    for (size_t i = 0; i < contents.entries.size(); ++i)
+    {
+        if (! contents.entries[i].isListed)
+            refused.push_back (enumerationAt (i));
+
+        if (! contents.entries[i].opens)
+            refused.push_back ("open " + pathOf (contents.entries[i]) + " with 20019");
+    }
+
+    registry.refuses = [&] (const std::string& call)
+    { return std::find (refused.begin(), refused.end(), call) != refused.end(); };
 
     juce::String path = "left over";
-    const auto found = findUninstaller (juceString (contents.fragment), path);
+    const auto found = findUninstaller (contents.fragment, path);
 
-    return { found, path.toStdString(), table.calls, logger.lines };
+    return { found, path.toStdString(), registry.calls, logger.lines };
 }
 
 //  The model
@@ -241,18 +195,18 @@ static Search programsSearch (const Contents& contents)
 /** A value's buffer, in which a short value leaves what is behind it. */
 struct Buffer
 {
-    std::u16string units = std::u16string (longestValue, u'\0');
+    Bytes bytes = Bytes (longestValue * sizeof (char16_t), '\0');
 
-    bool receive (const std::optional<std::u16string>& value)
+    bool receive (const std::optional<Bytes>& value)
     {
-        if (! value.has_value() || value->size() > units.size())
+        if (! value.has_value() || value->size() > bytes.size())
             return false;
 
-        std::copy (value->begin(), value->end(), units.begin());
+        std::copy (value->begin(), value->end(), bytes.begin());
         return true;
     }
 
-    std::string text() const { return utf8 (units); }
+    std::string text() const { return textOf (bytes).toStdString(); }
 };
 
 static Search modelsSearch (const Contents& contents)
@@ -261,38 +215,37 @@ static Search modelsSearch (const Contents& contents)
     Buffer displayName;
     Buffer uninstallString;
 
-    search.calls = { "open " + rootPath + " with 131097" };
+    search.calls = { std::string ("open ") + uninstallRoot + " with 20019" };
 
     if (! contents.opens)
     {
-        search.log = { "Critical: Failed to open the Windows registry key: " + rootPath };
+        search.log = { std::string ("Critical: Failed to open the Windows registry key: ") + uninstallRoot };
         return search;
     }
 
     for (size_t i = 0;; ++i)
     {
-        search.calls.push_back ("enumerate key 1 at " + std::to_string (i) + " into 4096");
+        search.calls.push_back (enumerationAt (i));
 
         if (i == contents.entries.size() || ! contents.entries[i].isListed)
             break;
 
         const auto& entry = contents.entries[i];
-        const auto path = rootPath + "\\" + utf8 (entry.name);
         const auto key = "key " + std::to_string (i + 2);
 
-        search.calls.push_back ("open " + path + " with 131097");
+        search.calls.push_back ("open " + pathOf (entry) + " with 20019");
 
         if (! entry.opens)
         {
-            search.log = { "Critical: Failed to open the Windows registry subkey: " + path };
-            search.calls.push_back ("close key 0");
+            search.log = { "Critical: Failed to open the Windows registry subkey: " + pathOf (entry) };
+            search.calls.push_back ("close no key");
             break;
         }
 
         search.calls.push_back ("query " + key + " for DisplayName into 2048");
 
         if (displayName.receive (entry.displayName)
-            && displayName.text().find (utf8 (contents.fragment)) != std::string::npos)
+            && displayName.text().find (contents.fragment.toStdString()) != std::string::npos)
         {
             search.found = true;
             search.calls.push_back ("query " + key + " for UninstallString into 2048");
