@@ -227,6 +227,20 @@ TEST_F (CleanCommand, WaitsForOneLineAfterASuccess)
     EXPECT_EQ (next, "next");
 }
 
+TEST_F (CleanCommand, ShowsTheWholeEndingBeforeItWaits)
+{
+    const SessionLogger logger;
+    Console console ("n\n\n");
+    std::string seen;
+    console.onRead = [&] { seen = console.visibleOutput(); };
+
+    run ("--clean=Content");
+
+    EXPECT_EQ (seen,
+               banner + "Y/n? Cleaning finished successfully.\nLog file written to: " + logFilePath
+                   + "\nPress enter to exit\n");
+}
+
 TEST_F (CleanCommand, EndsAtOnceAfterASuccessAtTheEndOfTheInput)
 {
     const SessionLogger logger;

@@ -259,65 +259,15 @@ TEST (ConfirmWithUser, AsksWithoutEndAfterAnUnfinishedLineThatIsNoAnswer)
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-// Notes what the user sees: all that was written before the last flush.
-class Screen : public std::stringbuf
-{
-public:
-    std::string visible;
-
-private:
-    int sync() override
-    {
-        visible = str();
-        return 0;
-    }
-};
-
-// A keyboard that notes what is on the screen when it is read.
-class Keyboard : public std::streambuf
-{
-public:
-    Keyboard (const Screen& screenToSee, std::string linesToType)
-        : screen (screenToSee)
-        , lines (std::move (linesToType))
-    {
-    }
-
-    std::vector<std::string> seen;
-
-private:
-    int underflow() override
-    {
-        seen.push_back (screen.visible);
-
-        if (lines.empty())
-            return traits_type::eof();
-
-        line = lines.substr (0, lines.find ('\n') + 1);
-        lines.erase (0, line.size());
-        setg (line.data(), line.data(), line.data() + line.size());
-        return line[0];
-    }
-
-    const Screen& screen;
-    std::string lines;
-    std::string line;
-};
-
 TEST (ConfirmWithUser, ShowsEachPromptBeforeItReads)
 {
     const RecordingLogger logger;
-    const Console console;
-    Screen screen;
-    Keyboard keyboard (screen, "what\nn\n");
-    std::cout.rdbuf (&screen);
-    std::cin.rdbuf (&keyboard);
-    auto* const tied = std::cin.tie (nullptr); // otherwise a read flushes std::cout by itself
+    Console console ("what\nn\n");
+    Lines seen;
+    console.onRead = [&] { seen.push_back (console.visibleOutput()); };
 
     EXPECT_FALSE (confirmWithUser());
-
-    std::cin.tie (tied);
-    EXPECT_EQ (keyboard.seen, (Lines { "Y/n? ", "Y/n? Y/n? " }));
+    EXPECT_EQ (seen, (Lines { "Y/n? ", "Y/n? Y/n? " }));
 }
 
 TEST (ConfirmWithUser, WorksWithoutALogger)

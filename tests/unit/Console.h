@@ -1,17 +1,19 @@
 #pragma once
 
+#include <functional>
 #include <iostream>
 #include <sstream>
 #include <string>
 
 /** Stands in for the console while it lives: std::cout and std::cerr write into it, and std::cin
-    reads the given input.
+    reads the given input, line by line.
 */
 class Console
 {
 public:
-    explicit Console (const std::string& input = {})
-        : in (input)
+    explicit Console (std::string input = {})
+        : in (std::move (input), onRead)
+        , out (onFlush)
     {
         std::cin.clear();
     }
@@ -20,6 +22,7 @@ public:
     {
         std::cin.rdbuf (oldIn);
         std::cin.clear();
+        std::cin.tie (oldTie);
         std::cout.rdbuf (oldOut);
         std::cerr.rdbuf (oldErr);
     }
@@ -30,14 +33,72 @@ public:
     /** What std::cout was given so far. */
     std::string output() const { return out.str(); }
 
+    /** What of it the user sees: all up to the last flush. */
+    std::string visibleOutput() const { return out.visible; }
+
     /** What std::cerr was given so far. */
     std::string errors() const { return err.str(); }
 
+    /** Called, if set, whenever the next line is asked for, and before it is typed. */
+    std::function<void()> onRead;
+
+    /** Called, if set, whenever std::cout was flushed. */
+    std::function<void()> onFlush;
+
 private:
-    std::istringstream in;
-    std::ostringstream out;
+    struct Keyboard : std::streambuf
+    {
+        Keyboard (std::string linesToType, const std::function<void()>& functionToCall)
+            : lines (std::move (linesToType))
+            , onRead (functionToCall)
+        {
+        }
+
+        int underflow() override
+        {
+            if (onRead)
+                onRead();
+
+            auto* const line = egptr() == nullptr ? lines.data() : egptr();
+            const auto start = static_cast<size_t> (line - lines.data());
+
+            if (start == lines.size())
+                return traits_type::eof();
+
+            setg (line, line, lines.data() + std::min (lines.find ('\n', start), lines.size() - 1) + 1);
+            return traits_type::to_int_type (*line);
+        }
+
+        std::string lines;
+        const std::function<void()>& onRead;
+    };
+
+    struct Screen : std::stringbuf
+    {
+        explicit Screen (const std::function<void()>& functionToCall)
+            : onFlush (functionToCall)
+        {
+        }
+
+        int sync() override
+        {
+            visible = str();
+
+            if (onFlush)
+                onFlush();
+
+            return 0;
+        }
+
+        std::string visible;
+        const std::function<void()>& onFlush;
+    };
+
+    Keyboard in;
+    Screen out;
     std::ostringstream err;
-    std::streambuf* const oldIn = std::cin.rdbuf (in.rdbuf());
-    std::streambuf* const oldOut = std::cout.rdbuf (out.rdbuf());
+    std::streambuf* const oldIn = std::cin.rdbuf (&in);
+    std::ostream* const oldTie = std::cin.tie (nullptr); // otherwise a read would flush std::cout by itself
+    std::streambuf* const oldOut = std::cout.rdbuf (&out);
     std::streambuf* const oldErr = std::cerr.rdbuf (err.rdbuf());
 };

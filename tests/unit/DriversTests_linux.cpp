@@ -22,24 +22,10 @@ using DriversWhileTheHomeMoves = DisposableMachine;
 
 TEST_F (DriversWhileTheHomeMoves, ResolveTheirLocationsOnlyOnceTheUserHasSaidYes)
 {
-    // A keyboard on which yes is typed just when the user's home has moved.
-    class Keyboard : public std::streambuf
-    {
-        int underflow() override
-        {
-            home.move ("/moved");
-            setg (yes, yes, yes + 2);
-            return 'y';
-        }
-
-        const Home home;
-        char yes[3] = "y\n";
-    };
-
     const RecordingLogger logger;
-    const Console console;
-    Keyboard keyboard;
-    std::cin.rdbuf (&keyboard);
+    const Home home;
+    Console console ("y\n");
+    console.onRead = [&] { home.move ("/moved"); };
     CleanResult result;
 
     cleanVelantoneMediaServer (result);

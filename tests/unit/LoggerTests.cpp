@@ -362,51 +362,27 @@ TEST (LoggerWrite, PutsTheBareTextOnTheConsoleAlone)
     EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome"));
 }
 
-// Calls a function whenever the console is flushed.
-class FlushedConsole : public std::stringbuf
-{
-public:
-    explicit FlushedConsole (std::function<void()> function)
-        : onFlush (std::move (function))
-    {
-    }
-
-private:
-    int sync() override
-    {
-        onFlush();
-        return 0;
-    }
-
-    const std::function<void()> onFlush;
-};
-
 TEST (LoggerWrite, FlushesTheConsole)
 {
     const Console console;
-    std::string flushed;
-    FlushedConsole buffer ([&] { flushed = buffer.str(); });
-    std::cout.rdbuf (&buffer);
     DefaultLogger logger;
 
     logger.write ("text");
 
-    EXPECT_EQ (flushed, "text\n");
+    EXPECT_EQ (console.visibleOutput(), "text\n");
 }
 
 TEST (LoggerConsole, ShowsALineBeforeTheFileGetsIt)
 {
     const TemporaryFolder folder;
     const auto file = folder.getChildFile ("log");
-    const Console console;
+    Console console;
     std::string shown, filed;
-    FlushedConsole buffer (
-        [&]
-        {
-            shown = buffer.str();
-            filed = bytesOf (file);
-        });
-    std::cout.rdbuf (&buffer);
+    console.onFlush = [&]
+    {
+        shown = console.visibleOutput();
+        filed = bytesOf (file);
+    };
     LoggerWithoutStamps logger;
     logger.openLogFile (file, "welcome", noLimit);
 
@@ -421,15 +397,14 @@ TEST (LogFilter, ReadsTheMinimumLevelOnceForBothPlaces)
 {
     const TemporaryFolder folder;
     const auto file = folder.getChildFile ("log");
-    const Console console;
+    Console console;
     LoggerWithoutStamps logger;
-    FlushedConsole buffer ([&] { logger.minimumLevel = Critical; });
-    std::cout.rdbuf (&buffer);
+    console.onFlush = [&] { logger.minimumLevel = Critical; };
     logger.openLogFile (file, "welcome", noLimit);
 
     logger.log (Info, "message");
 
-    EXPECT_EQ (buffer.str(), "[Info] message\n");
+    EXPECT_EQ (console.output(), "[Info] message\n");
     EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] message\r\n");
 }
 
