@@ -6,16 +6,29 @@ from machines import BUILD, WINE_PREFIX, Linux, Windows
 
 pytest.register_assert_rewrite("random_machines")
 
-# Each is Windows or a preset that was built for Linux.
-MACHINES = os.environ.get("ORVEX_TEST_MACHINES", "windows native sanitize").split()
+# Each is Windows or a preset that was built for Linux. If they are chosen, only what they run is left.
+CHOSEN = os.environ.get("ORVEX_TEST_MACHINES")
+MACHINES = (CHOSEN or "windows native sanitize").split()
+
+
+def pytest_collection_modifyitems(config, items):
+    left_out = [item for item in items if CHOSEN and kind_of(item) not in MACHINES]
+    config.hook.pytest_deselected(items=left_out)
+    items[:] = [item for item in items if item not in left_out]
+
+
+def kind_of(item) -> str | None:
+    """The kind of machine that a test runs on, if it does."""
+    if "windows_is_up" in item.fixturenames or "windows_executable" in item.fixturenames:
+        return "windows"
+
+    parameters = item.callspec.params if hasattr(item, "callspec") else {}
+    return parameters.get("machine", parameters.get("linux"))
 
 
 @pytest.fixture(scope="module")
 def windows_is_up():
     """A Windows that is started anew for each module, so that little can pile up in it."""
-    if "windows" not in MACHINES:
-        pytest.skip("without Windows")
-
     Windows.prepare()
     yield
     Windows.shut_down()
