@@ -1,7 +1,7 @@
 #include "ProductManagerCleaner.h"
 
 #include "../cleaning/BaseLocations.h"
-#include "../uninstall/UninstallStep.h"
+#include "UninstallStep.h"
 
 namespace TessaraWorks
 {

@@ -1,4 +1,4 @@
-#include "uninstall/UninstallStep.h"
+#include "products/UninstallStep.h"
 
 #include "PreClean.h"
 #include "RecordingLogger.h"

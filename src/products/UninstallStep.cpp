@@ -1,9 +1,9 @@
 #include "UninstallStep.h"
 
 #include "../logging/Log.h"
-#include "FindUninstaller.h"
-#include "ReportManualUninstall.h"
-#include "RunUninstaller.h"
+#include "../uninstall/FindUninstaller.h"
+#include "../uninstall/ReportManualUninstall.h"
+#include "../uninstall/RunUninstaller.h"
 
 namespace TessaraWorks
 {
