@@ -11,12 +11,9 @@ juce::ConsoleApplication consoleApplication;
 
 void registerCommands()
 {
-    const auto versionText = juce::String (applicationName) + " " + applicationVersion + " build " + buildTag;
     const auto cleanAllDescription = juce::String ("Completely cleans out all ") + companyName
                                    + " products from the system.";
 
-    consoleApplication.addHelpCommand ("--help|-h", "Usage:", true);
-    consoleApplication.addVersionCommand ("--version|-v", versionText);
     consoleApplication.addDefaultCommand ({ {}, {}, cleanAllDescription, cleanAllDescription, cleanAllCommand });
 
     consoleApplication.addCommand ({ "--clean",

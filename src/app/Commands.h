@@ -8,8 +8,8 @@ namespace TessaraWorks
 /** The program's commands. Starts without any. */
 extern juce::ConsoleApplication consoleApplication;
 
-/** Adds the commands to consoleApplication: help, version, the default one, which offers all products,
-    and --clean. Help is added as the default as well, but the last default command counts.
+/** Adds the commands that clean to consoleApplication: the default one, which offers all products, and
+    --clean. The default command that was added last is the one that counts, so help is to be added before.
 
     Deliberately, an unknown argument is never refused: it starts the default command.
 */

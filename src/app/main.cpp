@@ -1,4 +1,5 @@
 #include "../logging/Log.h"
+#include "ApplicationInfo.h"
 #include "Commands.h"
 #include "Elevation.h"
 #include "ShortOptions.h"
@@ -9,6 +10,11 @@ using namespace TessaraWorks;
 int main (int argc, char* argv[])
 {
     provideStandardInput();
+
+    const auto versionText = juce::String (applicationName) + " " + applicationVersion + " build " + buildTag;
+
+    consoleApplication.addHelpCommand ("--help|-h", "Usage:", true);
+    consoleApplication.addVersionCommand ("--version|-v", versionText);
     registerCommands();
 
     int exitCode = 1;

@@ -1,9 +1,9 @@
 // Which command and which target the arguments choose. The input is the arguments, with a NUL
 // between each two of them.
 
+#include "AllCommands.h"
 #include "Console.h"
 #include "Expect.h"
-#include "app/Commands.h"
 #include "app/ShortOptions.h"
 #include "app/Targets.h"
 
@@ -136,7 +136,7 @@ static std::string modelsChoice (const std::vector<std::string>& arguments)
 
 int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
-    static const bool isReady = (registerCommands(), true);
+    static const bool isReady = (addAllCommands(), true);
     (void)isReady;
 
     auto arguments = split (std::string (data, data + size), '\0');

@@ -1,7 +1,7 @@
+#include "AllCommands.h"
 #include "Console.h"
 #include "DisposableMachine.h"
 #include "RecordingLogger.h"
-#include "app/Commands.h"
 
 using namespace TessaraWorks;
 
@@ -14,7 +14,7 @@ protected:
     {
         DisposableMachine::SetUp();
         consoleApplication = {};
-        registerCommands();
+        addAllCommands();
     }
 
     static void TearDownTestSuite() { consoleApplication = {}; }
@@ -41,6 +41,17 @@ constexpr int cleanAllProducts = 2;
 constexpr int cleanOneTarget = 3;
 
 TEST_F (Commands, AreNoneAtTheStart) { EXPECT_EQ (numCommandsAtStart, 0u); }
+
+TEST_F (Commands, AreTwoBesideHelpAndVersion)
+{
+    consoleApplication = {};
+    registerCommands();
+
+    const auto& commands = consoleApplication.getCommands();
+    ASSERT_EQ (commands.size(), 2u);
+    EXPECT_EQ (commands[0].commandOption, "");
+    EXPECT_EQ (commands[1].commandOption, "--clean");
+}
 
 TEST_F (Commands, StandInTheirOrderWithTheirTexts)
 {
