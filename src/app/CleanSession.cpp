@@ -29,10 +29,10 @@ static void printBanner()
 static void openLog (const juce::File& logFile)
 {
     if (auto* logger = getLogger())
-    {
         logger->openLogFile (logFile, juce::String (applicationName) + " session starting", logSizeLimitBytes);
+
+    if (auto* logger = getLogger()) // opening the file may have taken it away
         logger->minimumLevel = Info;
-    }
 }
 
 static void endWithSuccess (const juce::File& logFile)

@@ -179,6 +179,22 @@ TEST_F (CleanCommand, RaisesTheLevelToInfoBeforeTheFirstLine)
     EXPECT_EQ (levels, std::vector<LogLevel> (3, Info));
 }
 
+TEST_F (CleanCommand, LeavesTheLevelOfALoggerAloneThatHasGoneWhileOpeningTheLogFile)
+{
+    struct Logger : SessionLogger
+    {
+        void openLogFile (const juce::File&, const juce::String&, juce::int64) override { getLogger() = nullptr; }
+    };
+
+    const Logger logger;
+    const Console console ("n\n\n");
+
+    EXPECT_EQ (run ("--clean=Content"), 0);
+
+    EXPECT_EQ (logger.minimumLevel, Debug);
+    EXPECT_EQ (logger.lines, Lines {});
+}
+
 TEST_F (CleanCommand, EndsADeclinedRunAsASuccess)
 {
     const SessionLogger logger;
