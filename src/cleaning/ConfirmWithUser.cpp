@@ -9,9 +9,9 @@
 namespace TessaraWorks
 {
 
-// Nothing beyond ASCII is an answer, and on a console with a code page it is no UTF-8 either, which
-// JUCE must not be given: it takes the byte 80 for the end of the line, and so for a yes, but copies
-// what is behind it, past the end of its memory.
+// Guards against two habits of JUCE. A byte such as 80 where a character should begin ends the text for
+// it, so that a line of it would be a yes, but what is behind is copied as well, past the end of memory.
+// And Windows' 16-bit towlower makes y of U+10059, and nothing of U+10000.
 static bool isAscii (const std::string& line)
 {
     return juce::CharPointer_ASCII::isValidString (line.c_str(), std::numeric_limits<int>::max());

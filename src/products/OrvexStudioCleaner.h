@@ -5,7 +5,7 @@
 namespace TessaraWorks
 {
 
-/** Removes the studio with its plug-ins, after its own uninstallers have run. */
+/** Removes the studio with its plug-ins, after running those of its uninstallers that are registered. */
 class OrvexStudioCleaner : public ProductCleaner
 {
 public:

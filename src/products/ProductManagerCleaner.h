@@ -5,7 +5,7 @@
 namespace TessaraWorks
 {
 
-/** Removes the product manager, after its own uninstaller has run. */
+/** Removes the product manager, after running its own uninstaller if that is registered. */
 class ProductManagerCleaner : public ProductCleaner
 {
 public:

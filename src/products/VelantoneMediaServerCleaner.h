@@ -5,7 +5,7 @@
 namespace TessaraWorks
 {
 
-/** Removes the media server and its player, which have no uninstaller. */
+/** Removes the media server and its player, without running an uninstaller first. */
 class VelantoneMediaServerCleaner : public ProductCleaner
 {
 public:

@@ -6,8 +6,9 @@
 
     JUCE 7.0 must not be given broken UTF-8: String::fromUTF8 counts the characters as it decodes them
     but copies the bytes as they are, and so writes past the end of its memory for the longer forms of
-    a character, such as C0 81, and for lone continuation bytes, such as 80. For a sequence that is cut
-    short, such as FB, toLowerCase reads past the end of the text.
+    a character, such as C0 81, and for what it decodes to the end of the text but has more behind it:
+    a first byte that lacks the others, such as C0, and of the lone continuation bytes 80 alone. For
+    one such as FB, toLowerCase reads past the end of the text.
 */
 inline std::string asProperUtf8 (std::string bytes)
 {
