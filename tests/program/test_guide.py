@@ -1,11 +1,16 @@
-"""The guide says what the program does: its folders, its messages, its exit codes."""
+"""The guide says what the program does: how a run looks, its folders, its messages, its exit codes."""
 
 import re
 import subprocess
 
-from machines import TOP
+import pytest
+
+from machines import STAMP, TOP, wine_environment
+from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS
+from texts import BANNER, FAILURE, LOG_BANNER
 
 GUIDE = (TOP / "docs" / "guide.md").read_text()
+FIRST_SCREEN, _, REFERENCE = GUIDE.partition("\nContents\n--------\n")
 
 
 def sections(text: str) -> dict[str, str]:
@@ -14,7 +19,74 @@ def sections(text: str) -> dict[str, str]:
 
 
 def indented_lines(text: str) -> list[str]:
-    return re.findall(r"^    (\S.*)$", text, re.MULTILINE)
+    """The indented lines, each with those behind it that are indented further."""
+    lines = re.findall(r"^    (\S.*(?:\n {8,}\S.*)*)$", text, re.MULTILINE)
+    return [re.sub(r"\s*\n\s*", " ", line) for line in lines]
+
+
+def test_has_what_a_person_needs_first_on_one_screen():
+    assert len(FIRST_SCREEN.rstrip().splitlines()) <= 60
+    assert list(sections(FIRST_SCREEN))[1:] == [
+        "Before you start",
+        "Run it",
+        "How it ends",
+        "If it failed",
+        "Getting help",
+    ]
+
+
+def test_shows_what_one_product_looks_like(windows):
+    studio = windows.program_files / "Orvex Studio"
+    windows.place_uninstaller(studio / "unins000.exe")
+    windows.register(
+        {"A": {"DisplayName": "Orvex Studio 5", "UninstallString": f"{windows.shown(studio)}\\unins000.exe"}}
+    )
+
+    run = windows.run("--clean=All", answers="y\nn\nn\nn\nn\n")
+
+    shown = STAMP.sub("[time]", "\n".join(indented_lines(FIRST_SCREEN)) + "\n")
+    assert shown.startswith(f"[time][Info] {ORVEX_STUDIO.question}\n")
+    assert shown.replace("Y/n? y\n", "Y/n? ") in run.console
+
+
+def test_names_the_lines_to_look_for_and_the_address_as_the_program_writes_them():
+    named = re.findall(r'^- "(.+)":', sections(FIRST_SCREEN)["If it failed"], re.MULTILINE)
+    (address,) = re.findall(r"send an email to: (\S+)", FAILURE)
+
+    assert len(named) == 2
+    assert [
+        text for text in named if not any(re.sub(r"\\(.)", r"\1", p).find(text) >= 0 for p in message_patterns())
+    ] == []
+    assert f"Write to {address}." in sections(FIRST_SCREEN)["Getting help"]
+
+
+def test_tells_how_long_the_uninstallers_may_take():
+    code = (TOP / "src" / "uninstall" / "RunUninstaller.cpp").read_text()
+    (milliseconds,) = re.findall(r"timeLimitMilliseconds = (\d+);", code)
+    seconds = int(milliseconds) // 1000
+
+    assert re.findall(r"up to (\d+) seconds", FIRST_SCREEN) == [str(2 * seconds)]
+    assert set(re.findall(r"(\d+) seconds", GUIDE)) == {str(seconds), str(2 * seconds)}
+
+
+@pytest.mark.parametrize(("last", "is_kept"), [("n", True), ("y", False)])
+def test_tells_which_answers_keep_the_content(windows, last, is_kept):
+    kept = windows.shared_data / "TessaraWorks" / "Content" / "Legato.pack"
+    shared = windows.vst3 / "TessaraWorks"
+    kept.parent.mkdir(parents=True)
+    kept.write_text("samples")
+    shared.mkdir(parents=True)
+
+    windows.run("--clean=All", answers=f"n\nn\nn\nn\n{last}\n\n")
+
+    assert f"answer N to questions {PRODUCTS.index(CONTENT) + 1} and {PRODUCTS.index(COMPANY) + 1}." in FIRST_SCREEN
+    assert (kept.exists(), shared.exists()) == (is_kept, is_kept)
+
+
+def test_lists_its_sections():
+    listed = re.findall(r"^- (.+)$", REFERENCE.split("\n\n\n")[0], re.MULTILINE)
+
+    assert [entry.split(": ")[0] for entry in listed] == list(sections(REFERENCE))
 
 
 def test_lists_the_folders_that_the_tables_resolve_to(windows):
@@ -29,13 +101,16 @@ def test_lists_the_folders_that_the_tables_resolve_to(windows):
         listed = listed.replace("\t" + windows.shown(location) + "\\", "\t" + variable + "\\")
 
     removed = sections(GUIDE)["What each target removes"]
-    told = [
-        (product, folder)
-        for product, folders in re.findall(r"^(.+) \(.+\):\n\n((?:    .+\n)+)", removed, re.MULTILINE)
-        for folder in indented_lines(folders)
-    ]
+    lists = re.findall(r"^(.+) \((?:--clean=)?(.+)\):\n\n((?:    .+\n)+)", removed, re.MULTILINE)
+    told = [(product, folder) for product, _, folders in lists for folder in indented_lines(folders)]
 
-    assert told == [tuple(line.split("\t")) for line in listed.splitlines()]
+    assert [(product, target) for product, target, _ in lists] == [
+        (product.name, product.target or "the last question of --clean=All") for product in PRODUCTS
+    ]
+    assert sorted(told) == sorted(tuple(line.split("\t")) for line in listed.splitlines())
+    assert [f"OrvexCleaner.exe --clean={product.target or 'All'}" for product in PRODUCTS] == indented_lines(
+        sections(GUIDE)["Starting it from a console"]
+    )
 
 
 def test_tells_every_message_of_the_program_and_no_other():
@@ -59,10 +134,10 @@ def test_tells_the_exit_codes_that_the_program_returns(windows):
 
     measured = {
         ("--help, --version", "the text was printed"): returned("--version"),
-        ("--clean=TARGET", "all went well, or was declined"): returned("--clean=All", answers=all_declined),
+        ("--clean=TARGET", "all went well, or you said no"): returned("--clean=All", answers=all_declined),
         ("--clean, --clean=", "no target: nothing was done"): returned("--clean"),
         ("--clean=WORD", "no such target: nothing was done"): returned("--clean=content"),
-        ("nothing, or an unknown option", "all went well, or was declined"): returned("--unknown"),
+        ("nothing, or an unknown option", "all went well, or you said no"): returned("--unknown"),
         ("anything", "no administrator rights: nothing was done"): returned("--version", elevated=False),
     }
 
@@ -79,6 +154,112 @@ def test_tells_the_exit_codes_that_the_program_returns(windows):
     assert told == measured
 
 
+# The command for many machines, as it stands in the guide.
+
+
+(COMMAND,) = re.findall(r'^    cmd /c "(.+)"$', GUIDE, re.MULTILINE)
+
+
+@pytest.fixture
+def content(windows):
+    folder = windows.shared_data / "TessaraWorks" / "Content"
+    folder.mkdir(parents=True)
+    (folder / "Legato.pack").write_text("samples")
+    return folder
+
+
+@pytest.fixture
+def output(windows):
+    """Where the command puts the program's output."""
+    folder = windows.c / "windows" / "logs"
+    has_folder = folder.exists()
+    folder.mkdir(exist_ok=True)
+    yield folder / "OrvexCleaner.txt"
+    (folder / "OrvexCleaner.txt").unlink(missing_ok=True)
+
+    if not has_folder:
+        folder.rmdir()
+
+
+def exit_code_of(windows, command: str) -> int:
+    """Has Windows' own shell run a command beside the program."""
+    run = ["wine", "cmd", "/c", command]
+    return subprocess.run(run, env=wine_environment(), cwd=windows.downloads, stdin=subprocess.DEVNULL).returncode
+
+
+def test_carries_the_same_command_to_many_machines_by_every_tool():
+    assert [line for line in GUIDE.splitlines() if "2>&1" in line and COMMAND not in line] == []
+    assert sections(GUIDE)["Many machines"].count(COMMAND) == 3
+
+
+def test_removes_everything_from_many_machines_and_tells_it(windows, content, output):
+    output.write_text("of an earlier run")
+
+    exit_code = exit_code_of(windows, COMMAND)
+
+    told = windows.text(output)
+    assert exit_code == 0
+    assert told.startswith(BANNER + "[time][Info] Target: All\n")
+    assert told.endswith("Cleaning finished successfully.\nLog file written to: "
+                         f"{windows.shown(windows.log_file)}\nPress enter to exit\n")  # fmt: skip
+    assert not content.parent.exists()
+
+
+def test_tells_of_many_machines_which_failed(windows, content, output):
+    windows.make_undeletable(content / "Legato.pack")
+
+    exit_code = exit_code_of(windows, COMMAND)
+
+    told = windows.text(output)
+    assert exit_code == 1
+    assert f"[Critical] Unable to delete directory: {windows.shown(content)}\n" in told
+    assert told.endswith(FAILURE)
+
+
+def test_keeps_the_content_of_many_machines_with_the_answers_of_the_guide(windows, content, output):
+    (studio := windows.user_data / "Orvex").mkdir()
+    answers = indented_lines(sections(GUIDE)["Unattended use"])[1:6]
+    (windows.downloads / "answers.txt").write_text("".join(f"{answer}\r\n" for answer in answers))
+
+    exit_code = exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))
+
+    assert exit_code == 0
+    assert windows.text(output).endswith("Press enter to exit\n")
+    assert (content / "Legato.pack").exists()
+    assert not studio.exists()
+
+
+def test_does_nothing_to_many_machines_without_the_answers_that_were_to_be_there(windows, content, output):
+    exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))
+
+    assert windows.log() is None
+    assert not output.exists()
+    assert (content / "Legato.pack").exists()
+
+
+def test_puts_the_log_file_into_the_root_of_the_drive_for_an_account_without_a_desktop(windows, content, output):
+    with windows.without("desktop"):
+        exit_code = exit_code_of(windows, COMMAND)
+
+    windows.log_file = windows.c / "OrvexCleaner.log"
+    assert exit_code == 0
+    assert "Log file written to: C:\\OrvexCleaner.log\n" in windows.text(output)
+    assert windows.log().startswith(LOG_BANNER + "[time][Info] Target: All\n")
+    assert not content.parent.exists()
+
+
+@pytest.mark.parametrize(("is_locked", "exit_code"), [(False, 0), (True, 1)], ids=["success", "failure"])
+def test_asks_nobody_where_there_is_no_console(windows, content, is_locked, exit_code):
+    if is_locked:
+        windows.make_undeletable(content / "Legato.pack")
+
+    tool = windows.tool("C:\\tools\\RunWithoutConsole.exe", windows.shown(windows.program), "--clean=Content")
+
+    assert tool.wait(timeout=60) == exit_code
+    assert windows.log().startswith(LOG_BANNER + "[time][Info] Target: Content\n")
+    assert content.exists() == is_locked
+
+
 def test_names_tests_that_are_there():
     named = re.findall(r"^    (tests/\S+): (\w+)$", GUIDE, re.MULTILINE)
 
@@ -87,7 +268,7 @@ def test_names_tests_that_are_there():
 
 
 def test_reads_well_as_plain_text():
-    assert [line for line in GUIDE.splitlines() if len(line) > 100 and not line.startswith("    ")] == []
+    assert [line for line in GUIDE.splitlines() if len(line) > 100] == []
     assert GUIDE.isascii()
     assert "\t" not in GUIDE
 
