@@ -1,26 +1,53 @@
-"""The runs that the README shows are what the program does."""
+"""What the README shows and names is what there is."""
 
 import re
+import struct
 import subprocess
-
-import pytest
 
 from machines import STAMP, TOP, Windows, wine_environment
 
-
-def shown_runs() -> list[str]:
-    return re.findall(r"```console\n(.*?)```", (TOP / "README.md").read_text(), re.DOTALL)
+README = (TOP / "README.md").read_text()
 
 
-@pytest.mark.parametrize("arguments, shown", zip([["--clean=Content"], []], shown_runs(), strict=True))
-def test_the_sample_installation_is_cleaned_as_the_readme_shows(windows, arguments, shown):
+def test_the_sample_installation_is_cleaned_as_the_readme_shows(windows):
+    (shown,) = re.findall(r"```console\n(.*?)```", README, re.DOTALL)
     Windows.has_uninstall_entries = True
     subprocess.run([TOP / "scripts/support/install-sample-products", windows.c], env=wine_environment(), check=True)
-    answers = re.findall(r"^Y/n\? (.*\n)", shown, re.MULTILINE)
 
-    run = windows.run(*arguments, answers="".join(answers) + "\n")
+    run = windows.run("--clean=Content", answers="y\n\n")
 
-    expected = re.sub(r"(?<=^Y/n\? ).*\n", "", STAMP.sub("[time]", shown), flags=re.MULTILINE)
+    expected = STAMP.sub("[time]", shown).replace("Y/n? y\n", "Y/n? ")
     assert run.console == expected.replace("C:\\users\\you\\", f"C:\\users\\{windows.home.name}\\")
     assert run.errors == ""
     assert run.exit_code == 0
+
+
+def test_the_picture_of_a_run_is_a_small_one():
+    picture = (TOP / "docs" / "run.png").read_bytes()
+    width, height = struct.unpack(">II", picture[16:24])
+
+    assert picture.startswith(b"\x89PNG\r\n\x1a\n")
+    assert len(picture) < 60_000
+    assert width < 1000 and height < 1000
+
+
+def test_all_that_the_readme_names_is_there():
+    tracked = subprocess.run(["git", "ls-files"], cwd=TOP, check=True, capture_output=True, text=True).stdout.split()
+    folders = {file.rsplit("/", depth)[0] for file in tracked for depth in range(1, file.count("/") + 1)}
+    named = re.findall(r"\]\((?!http)([^)]+)\)|`((?:src|tests|docs|scripts)/[\w./-]+)", README)
+
+    assert {link or path for link, path in named} - set(tracked) - folders == set()
+
+
+def test_the_readme_leads_to_every_folder():
+    tracked = subprocess.run(["git", "ls-files"], cwd=TOP, check=True, capture_output=True, text=True).stdout.split()
+    folders = {file.split("/")[0] for file in tracked if "/" in file and not file.startswith(".")} - {"src"}
+    folders |= {"/".join(file.split("/")[:2]) for file in tracked if file.startswith("src/")}
+
+    assert set(re.findall(r"^\| `(\S+)` \|", README.split("## Find your way")[1], re.MULTILINE)) == folders
+
+
+def test_the_package_has_the_programs_version():
+    (version,) = re.findall(r"^    VERSION ([\d.]+)$", (TOP / "CMakeLists.txt").read_text(), re.MULTILINE)
+
+    assert re.findall(r"OrvexCleaner-([\d.]+)-windows", README) == [version]
