@@ -3,13 +3,12 @@
 namespace TessaraWorks
 {
 
-// What the program says of itself. The build passes on the values that the executable's version
-// block needs as well.
+// What the program says of itself: the build passes on what CMakeLists.txt says.
 
 constexpr auto applicationName = ORVEX_CLEANER_NAME;
 constexpr auto applicationVersion = ORVEX_CLEANER_VERSION;
 constexpr auto companyName = ORVEX_CLEANER_COMPANY;
-constexpr auto buildTag = "00ec07c";
-constexpr auto supportEmailAddress = "support@tessaraworks.example";
+constexpr auto buildTag = ORVEX_CLEANER_BUILD_TAG;
+constexpr auto supportEmailAddress = ORVEX_CLEANER_SUPPORT_ADDRESS;
 
 } // namespace TessaraWorks

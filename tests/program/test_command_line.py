@@ -2,6 +2,7 @@
 
 import pytest
 
+from release import BUILD_TAG, VERSION
 from texts import BANNER, DECLINED, LOG_BANNER, ending, without_prompts
 
 HELP = {
@@ -87,7 +88,7 @@ def test_prints_the_version_and_cleans_nothing(machine, arguments):
 
     run = machine.run(*arguments.split(), answers="y\n\n")
 
-    assert run.console == "Orvex Cleaner 1.0.1 build 00ec07c\n"
+    assert run.console == f"Orvex Cleaner {VERSION} build {BUILD_TAG}\n"
     assert run.errors == ""
     assert run.exit_code == 0
     assert run.log is None

@@ -12,6 +12,7 @@ from xml.etree import ElementTree
 import pytest
 
 from machines import TOP
+from release import VERSION
 
 # All of them lie in the system's folder of every Windows from 7 to 11.
 NEEDED_DLLS = {
@@ -116,7 +117,7 @@ def test_asks_for_administrator_rights_and_long_paths_and_no_code_page(described
     assert manifest.find(f"{asm}assemblyIdentity").attrib == {
         "type": "win32",
         "name": "TessaraWorks.OrvexCleaner",
-        "version": "1.0.1.0",
+        "version": f"{VERSION}.0",
         "processorArchitecture": "amd64",
     }
     assert [level.attrib for level in manifest.iter(f"{trust}requestedExecutionLevel")] == [
@@ -134,13 +135,15 @@ def test_asks_for_administrator_rights_and_long_paths_and_no_code_page(described
 
 def test_tells_its_name_its_maker_and_its_version(described):
     key, fixed, blocks = version_block(resource(described, "VERSIONINFO"))
+    major, minor, patch = map(int, VERSION.split("."))
+    numbers = [major << 16 | minor, patch << 16]
 
     assert key == "VS_VERSION_INFO"
     assert struct.unpack("<13I", fixed) == (
         0xFEEF04BD,  # the signature
         0x00010000,  # of this structure's version
-        0x00010000, 0x00010000,  # the file's version: 1.0.1.0
-        0x00010000, 0x00010000,  # the product's version
+        *numbers,  # the file's version
+        *numbers,  # the product's version
         0x3F, 0,  # neither a debug nor a special build
         0x00040004,  # for Windows
         1, 0,  # an application
@@ -151,11 +154,11 @@ def test_tells_its_name_its_maker_and_its_version(described):
             ("040904b0", b"", [
                 ("CompanyName", text("Tessara Works"), []),
                 ("FileDescription", text("Orvex Cleaner"), []),
-                ("FileVersion", text("1.0.1"), []),
+                ("FileVersion", text(VERSION), []),
                 ("InternalName", text("OrvexCleaner"), []),
                 ("OriginalFilename", text("OrvexCleaner.exe"), []),
                 ("ProductName", text("Orvex Cleaner"), []),
-                ("ProductVersion", text("1.0.1"), []),
+                ("ProductVersion", text(VERSION), []),
             ]),
         ]),
         ("VarFileInfo", b"", [

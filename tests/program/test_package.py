@@ -12,8 +12,9 @@ from pathlib import Path
 import pytest
 
 from machines import TOP
+from release import VERSION
 
-PACKAGE = "OrvexCleaner-1.0.1-windows-x64.zip"
+PACKAGE = f"OrvexCleaner-{VERSION}-windows-x64.zip"
 CONTENTS = ["OrvexCleaner.exe", "guide.txt", "third-party-notices.txt", "SHA256SUMS"]
 
 

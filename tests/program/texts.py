@@ -1,5 +1,7 @@
 """What many runs write alike."""
 
+from release import SUPPORT_ADDRESS
+
 BANNER = """\
 ================================================================
 Orvex Cleaner
@@ -15,13 +17,13 @@ Log started: <when>
 
 """
 
-FAILURE = """\
+FAILURE = f"""\
 
 Product cleaning failed!
 
 Follow all instructions in the log entries above (if any), then retry.
 If an entry failed to delete, ensure it is not open in another application.
-If issues persist, send an email to: support@tessaraworks.example
+If issues persist, send an email to: {SUPPORT_ADDRESS}
 Attach the 'OrvexCleaner.log' file from your desktop to the email.
 
 """

@@ -280,7 +280,7 @@ TEST_F (CleanCommand, AdvisesTheUserAfterAFailureWithoutWaiting)
                "\n"
                "Follow all instructions in the log entries above (if any), then retry.\n"
                "If an entry failed to delete, ensure it is not open in another application.\n"
-               "If issues persist, send an email to: support@tessaraworks.example\n"
+               "If issues persist, send an email to: " ORVEX_CLEANER_SUPPORT_ADDRESS "\n"
                "Attach the 'OrvexCleaner.log' file from your desktop to the email.\n"
                "\n");
     EXPECT_EQ (logger.lines,
