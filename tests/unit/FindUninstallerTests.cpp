@@ -60,6 +60,17 @@ TEST (FindUninstaller, LooksAtTheDisplayNameAndNotAtTheNameOfTheKey)
     EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
 }
 
+TEST (FindUninstaller, OpensAnEntryOfTheLongestNameThatARegistryAllows)
+{
+    SampleRegistry registry;
+    registry.add ({ juce::String::repeatedString ("n", 255), terminated (u"Orvex Studio"), terminated (u"C:\\n.exe") });
+
+    juce::String path;
+
+    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (path, "C:\\n.exe");
+}
+
 TEST (FindUninstaller, TakesTheFirstOfSeveralMatches)
 {
     SampleRegistry registry;

@@ -202,34 +202,6 @@ TEST (FindUninstallerRefused, ACommandCountsAsNone)
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (FindUninstallerCalls, MatchAnEmptyFragmentWithTheFirstReadableNameEvenIfThatIsEmpty)
-{
-    RecordingRegistry registry;
-    registry.entries = { { "Nameless", {}, terminated (u"C:\\nameless.exe") },
-                         { "Empty", terminated (u""), terminated (u"C:\\empty.exe") },
-                         { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
-
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("", path));
-    EXPECT_EQ (path, "C:\\empty.exe");
-}
-
-TEST (FindUninstallerCalls, OpenAnEntryOfTheLongestNameThatARegistryAllows)
-{
-    const auto longest = juce::String::repeatedString ("n", 255);
-
-    RecordingRegistry registry;
-    registry.entries = { { longest, terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
-
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (
-        registry.calls[2],
-        ("open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\" + longest + " with 20019").toStdString());
-}
-
 TEST (FindUninstallerCalls, FindNothingInTheTableOfASystemWithoutARegistry)
 {
     RecordingLogger logger;
