@@ -1,6 +1,8 @@
 #include "uninstall/RunUninstaller.h"
 
+#include "FastClock_windows.h"
 #include "RecordingLogger.h"
+#include "ReplacedImport_windows.h"
 #include "StubUninstaller.h"
 #include "TemporaryFolder.h"
 
@@ -59,4 +61,65 @@ TEST (RunUninstaller, StartsAProgramInAFolderOfLettersBeyondLatin)
 
     EXPECT_TRUE (runUninstaller (stub.getPath(), exitCode, "/SILENT"));
     EXPECT_EQ (stub.getNotes(), Lines { ("\"" + stub.getPath() + "\" /SILENT").toStdString() });
+}
+
+TEST (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
+{
+    static Lines calls;
+    calls.clear();
+
+    const ReplacedImport start (
+        "CreateProcessW",
+        +[] (const wchar_t* program,
+             wchar_t* commandLine,
+             SECURITY_ATTRIBUTES*,
+             SECURITY_ATTRIBUTES*,
+             BOOL inheritsHandles,
+             DWORD flags,
+             void* environment,
+             const wchar_t* folder,
+             STARTUPINFOW* startup,
+             PROCESS_INFORMATION*) -> BOOL
+        {
+            calls.push_back (juce::String (commandLine).toStdString());
+            EXPECT_TRUE (program == nullptr && environment == nullptr && folder == nullptr);
+            EXPECT_TRUE (inheritsHandles);
+            EXPECT_NE (flags & CREATE_NO_WINDOW, 0u);
+            EXPECT_NE (startup->dwFlags & STARTF_USESTDHANDLES, 0u);
+            EXPECT_EQ (GetFileType (startup->hStdOutput), static_cast<DWORD> (FILE_TYPE_PIPE));
+            EXPECT_EQ (GetFileType (startup->hStdError), static_cast<DWORD> (FILE_TYPE_PIPE));
+            return FALSE;
+        });
+
+    RecordingLogger logger;
+    juce::uint32 exitCode = 99;
+
+    EXPECT_FALSE (runUninstaller ("C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\", exitCode, "/SILENT"));
+    EXPECT_EQ (exitCode, 0u);
+    EXPECT_EQ (calls, Lines { "\"C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\\" /SILENT" });
+}
+
+TEST (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
+{
+    static BOOL (*getExitCode) (HANDLE, DWORD*) = nullptr;
+
+    const FastClock clock;
+    const ReplacedImport askLater (
+        "GetExitCodeProcess",
+        +[] (HANDLE process, DWORD* exitCode) -> BOOL
+        {
+            WaitForSingleObject (process, INFINITE);
+            return getExitCode (process, exitCode);
+        });
+    getExitCode = askLater.original;
+
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller stub (folder, "uninstall", { "sleep 1000", "exit 3" });
+
+    juce::uint32 exitCode = 99;
+
+    EXPECT_FALSE (runUninstaller (stub.getPath(), exitCode, "/SILENT"));
+    EXPECT_EQ (exitCode, 3u);
+    EXPECT_EQ (logger.lines, Lines { "Warning: Cleaner failed to launch the uninstaller." });
 }

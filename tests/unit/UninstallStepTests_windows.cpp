@@ -1,5 +1,6 @@
 #include "products/UninstallStep.h"
 
+#include "FastClock_windows.h"
 #include "PreClean.h"
 #include "RecordingLogger.h"
 #include "SampleRegistry.h"
@@ -114,5 +115,37 @@ TEST (ProductManagerUninstall, AdvisesWhenTheEntryHasNoCommand)
                         "Info: Please first uninstall this software using Add/Remove Programs.",
                         "Info: You can re-run this cleaner after Orvex Product Manager has been uninstalled to clean "
                         "up any final files." }));
+    EXPECT_FALSE (result.success);
+}
+
+TEST (OrvexStudioUninstall, AdvisesTwiceWhenBothUninstallersOutlastTheLimit)
+{
+    const FastClock clock;
+    RecordingLogger logger;
+    TemporaryFolder folder;
+    StubUninstaller version (folder, "version", { "sleep 2000" });
+    StubUninstaller studio (folder, "studio", { "sleep 2000" });
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
+    registry.add ({ "Sample 2", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
+
+    CleanResult result;
+    preClean<OrvexStudioCleaner> (result);
+
+    EXPECT_EQ (logger.lines,
+               (Lines { "Warning: Cleaner failed to launch the uninstaller.",
+                        "Info: Uninstaller exit code: 259",
+                        "Info: Existing Orvex software installation detected.",
+                        "Info: Please first uninstall this software using Add/Remove Programs.",
+                        "Info: You can also run the uninstaller directly: " + version.getPath().toStdString(),
+                        "Info: You can re-run this cleaner after Orvex has been uninstalled to clean up any final "
+                        "files.",
+                        "Warning: Cleaner failed to launch the uninstaller.",
+                        "Info: Uninstaller exit code: 259",
+                        "Info: Existing Orvex Studio software installation detected.",
+                        "Info: Please first uninstall this software using Add/Remove Programs.",
+                        "Info: You can also run the uninstaller directly: " + studio.getPath().toStdString(),
+                        "Info: You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any "
+                        "final files." }));
     EXPECT_FALSE (result.success);
 }
