@@ -182,9 +182,10 @@ def output(windows):
 
 
 def exit_code_of(windows, command: str) -> int:
-    """Has Windows' own shell run a command beside the program."""
-    run = ["wine", "cmd", "/c", command]
-    return subprocess.run(run, env=wine_environment(), cwd=windows.downloads, stdin=subprocess.DEVNULL).returncode
+    """Has Windows' own shell run a command beside the program, with somebody there who would decline everything."""
+    with windows.input("n\n" * 6) as person:
+        run = ["wine", "cmd", "/c", command]
+        return subprocess.run(run, env=wine_environment(), cwd=windows.downloads, stdin=person).returncode
 
 
 def test_carries_the_same_command_to_many_machines_by_every_tool():
