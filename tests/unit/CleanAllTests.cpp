@@ -1,7 +1,10 @@
 #include "Console.h"
 #include "DisposableMachine.h"
+#include "LiveTexts.h"
 #include "RecordingLogger.h"
+#include "SampleRegistry.h"
 #include "app/CleanAll.h"
+#include "app/Commands.h"
 
 using namespace TessaraWorks;
 
@@ -311,4 +314,41 @@ TEST_F (CleanAll, TakesTheEndOfTheInputForFiveYeses)
     EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? Y/n? Y/n? ");
     EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
     EXPECT_TRUE (total.success);
+}
+
+TEST_F (CleanAll, HasOneCleanerAtATimeFromItsYesToTheEndOfItsRun)
+{
+    const SampleRegistry emptyRegistry;
+    RecordingLogger logger;
+    Console console ("y\ny\ny\ny\ny\n");
+    CleanResult total;
+    std::vector<int> textsAtQuestions, textsInRuns;
+
+    logger.onLine = [&] (const std::string& line)
+    {
+        if (line.rfind ("Info: Cleaning: ", 0) == 0)
+            textsInRuns.push_back (countLiveTexts());
+    };
+    console.onRead = [&] { textsAtQuestions.push_back (countLiveTexts()); };
+
+    cleanAll (total);
+
+    const auto none = textsAtQuestions.front();
+    const auto inRun = none + 2; // the product's name and the line
+    EXPECT_EQ (textsAtQuestions, (std::vector<int> { none, none, none, none, none }));
+    EXPECT_EQ (textsInRuns, (std::vector<int> { inRun + 15, inRun + 1, inRun + 4, inRun + 8, inRun + 2 }));
+}
+
+TEST (CleanAllCommand, GivesItsOwnCommandLineTheNameOfTheExecutable)
+{
+    juce::ArgumentList args ("", juce::String());
+    consoleApplication.addCommand ({ "--clean", {}, {}, {}, [&] (const juce::ArgumentList& given) { args = given; } });
+
+    cleanAllCommand (juce::ArgumentList ("some name", juce::String ("some arguments")));
+    consoleApplication = {};
+
+    EXPECT_EQ (args.executableName,
+               juce::File::getSpecialLocation (juce::File::currentExecutableFile).getFullPathName());
+    ASSERT_EQ (args.size(), 1);
+    EXPECT_EQ (args[0].text, "--clean=All");
 }

@@ -1,6 +1,8 @@
 #include "Console.h"
 #include "DisposableMachine.h"
+#include "LiveTexts.h"
 #include "RecordingLogger.h"
+#include "SampleRegistry.h"
 #include "app/Drivers.h"
 
 #include <algorithm>
@@ -15,6 +17,7 @@ protected:
         void (*driver) (CleanResult&);
         std::string question;
         std::string productName;
+        int paths;
 
         /** One of the folders that the product has. */
         juce::File folder;
@@ -24,22 +27,27 @@ protected:
         { cleanOrvexStudio,
           "Info: Remove Orvex Studio and all of its associated files?",
           "Orvex Studio",
+          15,
           programFiles.getChildFile ("Orvex") },
         { cleanProductManager,
           "Info: Remove Orvex Product Manager and all of its associated files?",
           "Orvex Product Manager",
+          8,
           programFiles.getChildFile ("OrvexProductManager") },
         { cleanVelantoneMediaServer,
           "Info: Remove Velantone Media Server and all of its associated files?",
           "Velantone Media Server",
+          4,
           sharedData.getChildFile ("TessaraWorks/Applications/VelantoneMediaServer") },
         { cleanContent,
           "Info: Remove all Velantone content & playlist files?",
           "Velantone Content",
+          1,
           sharedData.getChildFile ("TessaraWorks/Content") },
         { cleanCompany,
           "Info: Remove all Tessara Works global directories and files?",
           "Tessara Works Global Directories",
+          2,
           sharedData.getChildFile ("TessaraWorks") },
     };
 };
@@ -86,6 +94,33 @@ TEST_F (Drivers, CleanTheirProductAndReplaceTheWholeResultOnAYes)
         EXPECT_EQ (logger.lines[0], row.question);
         EXPECT_EQ (logger.lines[1], "Info: Cleaning: " + row.productName);
         EXPECT_EQ (logger.lines.back(), "Info: " + row.productName + " was successfully removed.");
+    }
+}
+
+TEST_F (Drivers, HaveTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
+{
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE (row.productName);
+        const SampleRegistry emptyRegistry;
+        RecordingLogger logger;
+        Console console ("y\n");
+        CleanResult result;
+        int textsAtQuestion = 0, textsInRun = 0;
+
+        logger.onLine = [&] (const std::string& line)
+        {
+            if (line == "Info: Cleaning: " + row.productName)
+                textsInRun = countLiveTexts();
+        };
+        console.onRead = [&] { textsAtQuestion = countLiveTexts(); };
+        const auto textsBefore = countLiveTexts();
+
+        row.driver (result);
+
+        EXPECT_EQ (textsAtQuestion, textsBefore);
+        EXPECT_EQ (textsInRun, textsBefore + row.paths + 2); // and the product's name and the line
+        EXPECT_EQ (countLiveTexts(), textsBefore);
     }
 }
 
