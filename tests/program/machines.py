@@ -11,10 +11,12 @@ import signal
 import subprocess
 import time
 from contextlib import contextmanager
-from dataclasses import dataclass
 from pathlib import Path
 
-TOP = Path(__file__).resolve().parents[2]
+from release import TOP
+from runs import Run
+from texts import FAILURE
+
 BUILD = TOP / "build"
 WINE_PREFIX = BUILD / "test-windows"
 UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
@@ -26,21 +28,6 @@ START = re.compile(
     r"(?<=Log started: )(?:[1-9]|[12]\d|3[01]) (?:Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) \d{4} "
     r"(?:[1-9]|1[0-2]):[0-5]\d:[0-5]\d[ap]m(?=\r\n)"
 )
-
-
-@dataclass
-class Run:
-    """What a run of the program left behind.
-
-    The texts have "\\n" for the line ends that the machine demands, "[time]" for each well-formed time
-    stamp, and "<when>" for the well-formed time of a log file's banner.
-    """
-
-    console: str
-    errors: str
-    exit_code: int
-    log: str | None  # None without a log file
-    revealed: list[str]  # the folders that the shell was asked to show
 
 
 class Machine:
@@ -115,14 +102,12 @@ class Machine:
         finally:
             process.kill()  # one that asks for ever would fill the disk
 
-        console = self.console()
-
-        if console.endswith("Press enter to exit\n") and self.log_file.is_file():
+        if exit_code == 0 and not self.errors().endswith(FAILURE) and self.log_file.is_file():
             wait_for(self.shown_folders)
 
         return Run(
-            console=console,
-            errors=self.text(self.scratch / "errors"),
+            console=self.console(),
+            errors=self.errors(),
             exit_code=exit_code,
             log=self.log(),
             revealed=self.shown_folders(),
@@ -142,6 +127,10 @@ class Machine:
     def console(self) -> str:
         """What the program has written to its standard output so far."""
         return self.text(self.scratch / "console")
+
+    def errors(self) -> str:
+        """The same of its standard error output."""
+        return self.text(self.scratch / "errors")
 
     def text(self, file: Path) -> str:
         return STAMP.sub("[time]", without_line_ends(file.read_bytes(), self.newline))

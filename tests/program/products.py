@@ -12,6 +12,9 @@ class Product:
     first_line: str
     question: str
     table: list[tuple[str, str]]  # a machine's location and what lies below it, in the order of deletion
+    lookups: tuple[
+        tuple[str, str], ...
+    ] = ()  # of each uninstaller: a part of its entry's name, and its name in the advice
 
     def paths(self, machine, missing: Collection[str] = ()) -> list[Path]:
         """The listed paths. Those below a missing location lie in the root of the drive."""
@@ -40,6 +43,7 @@ ORVEX_STUDIO = Product(
         ("program_files", "Common Files/VST3/OrvexMonitor.vst3"),
         ("program_files", "Common Files/VST3/OrvexReference.vst3"),
     ],
+    lookups=(("Orvex version", "Orvex"), ("Orvex Studio", "Orvex Studio")),
 )
 
 CONTENT = Product(
@@ -78,6 +82,7 @@ PRODUCT_MANAGER = Product(
         ("user_data", "OrvexProductManager"),
         ("user_data", "Orvex Product Manager"),
     ],
+    lookups=(("Orvex Product Manager", "Orvex Product Manager"),),
 )
 
 COMPANY = Product(

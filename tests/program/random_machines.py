@@ -9,19 +9,10 @@ from dataclasses import dataclass, field
 from pathlib import PurePosixPath as Path
 
 from machines import UNINSTALL_KEY
-from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
+from products import PRODUCTS
 from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 FOLDER, FILE, UNDELETABLE = "folder", "file", "undeletable file"
-
-# Fragment of the display name and name in the advice.
-LOOKUPS = {
-    ORVEX_STUDIO: [("Orvex version", "Orvex"), ("Orvex Studio", "Orvex Studio")],
-    PRODUCT_MANAGER: [("Orvex Product Manager", "Orvex Product Manager")],
-    CONTENT: [],
-    MEDIA_SERVER: [],
-    COMPANY: [],
-}
 
 
 @dataclass
@@ -271,7 +262,7 @@ class Model:
         self.log("Info", f"Cleaning: {product.name}")
 
         # All lookups, also those behind a failed one.
-        if not all([self.uninstall(fragment, name) for fragment, name in LOOKUPS[product]]):
+        if not all([self.uninstall(fragment, name) for fragment, name in product.lookups]):
             self.log("Warning", "Cleaning was aborted.")
             return False
 

@@ -1,8 +1,9 @@
 """What CMakeLists.txt says of the release."""
 
 import re
+from pathlib import Path
 
-from machines import TOP
+TOP = Path(__file__).resolve().parents[2]
 
 
 def value_of(pattern: str) -> str:

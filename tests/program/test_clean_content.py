@@ -1,5 +1,7 @@
 """--clean=Content from end to end."""
 
+from runs import Run
+
 
 def test_removes_the_content_folder_after_a_yes(machine):
     content = machine.shared_data / "TessaraWorks" / "Content"
@@ -9,9 +11,8 @@ def test_removes_the_content_folder_after_a_yes(machine):
 
     run = machine.run("--clean=Content", answers="y\n\n")
 
-    assert (
-        run.console
-        == f"""\
+    assert run == Run(
+        console=f"""\
 ================================================================
 Orvex Cleaner
 ================================================================
@@ -27,13 +28,10 @@ Y/n? [time][Info] Cleaning: Velantone Content
 Cleaning finished successfully.
 Log file written to: {machine.shown(machine.log_file)}
 Press enter to exit
-"""
-    )
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert (
-        run.log
-        == f"""\
+""",
+        errors="",
+        exit_code=0,
+        log=f"""\
 
 **********************************************************
 Orvex Cleaner session starting
@@ -47,8 +45,8 @@ Log started: <when>
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Velantone Content was successfully removed.
-"""
+""",
+        revealed=[machine.shown(machine.desktop)],
     )
-    assert run.revealed == [machine.shown(machine.desktop)]
     assert not content.exists()
     assert content.parent.is_dir()

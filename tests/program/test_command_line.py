@@ -3,41 +3,30 @@
 import pytest
 
 from release import BUILD_TAG, VERSION
-from texts import BANNER, DECLINED, LOG_BANNER, ending, without_prompts
+from runs import printed, refused, succeeded
+from texts import ALL_DECLINED, CANCELLED, NO_TO_ALL, QUESTION
 
-HELP = {
-    "OrvexCleaner.exe": """\
-Usage:
- OrvexCleaner.exe --help|-h     Prints the list of commands
- OrvexCleaner.exe --version|-v  Prints the current version number
- OrvexCleaner.exe               Completely cleans out all Tessara Works products from the system.
- OrvexCleaner.exe --clean       Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}
-
-""",
-    "OrvexCleaner": """\
+HELP = """\
 Usage:
  OrvexCleaner --help|-h     Prints the list of commands
  OrvexCleaner --version|-v  Prints the current version number
  OrvexCleaner               Completely cleans out all Tessara Works products from the system.
  OrvexCleaner --clean       Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}
 
-""",
-}
-
-ALL_DECLINED = """\
-[time][Info] Target: All
-[time][Info] All installed Orvex & Velantone products will be cleaned.
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove Velantone Media Server and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Tessara Works global directories and files?
-Y/n? [time][Info] Cleaning cancelled by the user.
 """
+
+VERSION_TEXT = f"Orvex Cleaner {VERSION} build {BUILD_TAG}\n"
+
+INVALID = """\
+Invalid --clean target: {}. Valid targets are: OrvexStudio, ProductManager, VelantoneMediaServer, Content, All
+"""
+
+
+@pytest.fixture
+def content(linux):
+    folder = linux.shared_data / "TessaraWorks" / "Content"
+    folder.mkdir(parents=True)
+    return folder
 
 
 @pytest.mark.parametrize(
@@ -56,16 +45,10 @@ Y/n? [time][Info] Cleaning cancelled by the user.
         "unknown words and then --help",
     ],
 )
-def test_prints_help_and_cleans_nothing(machine, arguments):
-    content = machine.shared_data / "TessaraWorks" / "Content"
-    content.mkdir(parents=True)
+def test_prints_help_and_cleans_nothing(linux, content, arguments):
+    run = linux.run(*arguments.split(), answers="y\n\n")
 
-    run = machine.run(*arguments.split(), answers="y\n\n")
-
-    assert run.console == HELP[machine.program.name]
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log is None
+    assert run == printed(HELP)
     assert content.is_dir()
 
 
@@ -82,16 +65,10 @@ def test_prints_help_and_cleans_nothing(machine, arguments):
         "--clean --version",
     ],
 )
-def test_prints_the_version_and_cleans_nothing(machine, arguments):
-    content = machine.shared_data / "TessaraWorks" / "Content"
-    content.mkdir(parents=True)
+def test_prints_the_version_and_cleans_nothing(linux, content, arguments):
+    run = linux.run(*arguments.split(), answers="y\n\n")
 
-    run = machine.run(*arguments.split(), answers="y\n\n")
-
-    assert run.console == f"Orvex Cleaner {VERSION} build {BUILD_TAG}\n"
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log is None
+    assert run == printed(VERSION_TEXT)
     assert content.is_dir()
 
 
@@ -100,9 +77,8 @@ def test_calls_itself_in_help_by_the_name_of_its_file(linux):
 
     run = linux.run("--help")
 
-    assert (
-        run.console
-        == """\
+    assert run == printed(
+        """\
 Usage:
  tidy --help|-h     Prints the list of commands
  tidy --version|-v  Prints the current version number
@@ -111,8 +87,6 @@ Usage:
 
 """
     )
-    assert run.errors == ""
-    assert run.exit_code == 0
 
 
 def test_gives_a_long_name_in_help_a_line_of_its_own(windows):
@@ -120,9 +94,8 @@ def test_gives_a_long_name_in_help_a_line_of_its_own(windows):
 
     run = windows.run("--help")
 
-    assert (
-        run.console
-        == """\
+    assert run == printed(
+        """\
 Usage:
  Remove the products of Tessara Works.exe --help|-h
                                         Prints the list of commands
@@ -135,8 +108,6 @@ Usage:
 
 """
     )
-    assert run.errors == ""
-    assert run.exit_code == 0
 
 
 @pytest.mark.parametrize(
@@ -150,16 +121,10 @@ Usage:
         ["--clean", "--clean=Content"],
     ],
 )
-def test_refuses_to_clean_without_a_value(machine, arguments):
-    content = machine.shared_data / "TessaraWorks" / "Content"
-    content.mkdir(parents=True)
+def test_refuses_to_clean_without_a_value(linux, content, arguments):
+    run = linux.run(*arguments, answers="y\n\n")
 
-    run = machine.run(*arguments, answers="y\n\n")
-
-    assert run.console == ""
-    assert run.errors == "Missing --clean argument\n"
-    assert run.exit_code == 1
-    assert run.log is None
+    assert run == refused("Missing --clean argument\n")
     assert content.is_dir()
 
 
@@ -180,120 +145,72 @@ def test_refuses_to_clean_without_a_value(machine, arguments):
         "=",
     ],
 )
-def test_refuses_a_value_that_is_not_exactly_one_of_the_five(machine, value):
-    content = machine.shared_data / "TessaraWorks" / "Content"
-    content.mkdir(parents=True)
+def test_refuses_a_value_that_is_not_exactly_one_of_the_five(linux, content, value):
+    run = linux.run(f"--clean={value}", answers="y\n\n")
 
-    run = machine.run(f"--clean={value}", answers="y\n\n")
-
-    assert run.console == ""
-    assert run.errors == (
-        f"Invalid --clean target: {value}. "
-        "Valid targets are: OrvexStudio, ProductManager, VelantoneMediaServer, Content, All\n"
-    )
-    assert run.exit_code == 1
-    assert run.log is None
+    assert run == refused(INVALID.format(value))
     assert content.is_dir()
 
 
+def test_prints_and_refuses_on_windows_as_on_linux(windows):
+    assert windows.run("--help") == printed(HELP.replace("OrvexCleaner ", "OrvexCleaner.exe "))
+    assert windows.run("--version") == printed(VERSION_TEXT)
+    assert windows.run("--clean") == refused("Missing --clean argument\n")
+    assert windows.run("--clean=content") == refused(INVALID.format("content"))
+
+
 def test_offers_all_products_without_an_argument(machine):
-    run = machine.run(answers="n\nn\nn\nn\nn\n\n")
+    run = machine.run(answers=NO_TO_ALL)
 
-    assert run.console == BANNER + ALL_DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(ALL_DECLINED)
-    assert run.revealed == [machine.shown(machine.desktop)]
+    assert run == succeeded(machine, ALL_DECLINED)
 
 
-UNKNOWN = [
-    "--CLEAN=All",
-    "--Clean=Content",
-    "--clear=Content",
-    "--cleanContent",
-    "---clean=Content",
-    "---help",
-    "--HELP",
-    "--Version",
-    "--h",
-    "--v",
-    "-H",
-    "-V",
-    "-1",
-    "-c",
-    "-",
-    "--",
-    "Content",
-    "clean=Content",
-    "help",
-    "/?",
-    "/h",
-]
+def test_offers_all_products_after_any_unknown_arguments(machine):
+    misspelt = [
+        "--CLEAN=All",
+        "--Clean=Content",
+        "--clear=Content",
+        "--cleanContent",
+        "---clean=Content",
+        "clean=Content",
+    ]
+    misspelt += ["---help", "--HELP", "--Version", "--h", "--v", "-H", "-V", "help", "/?", "/h"]
+    others = ["-1", "-c", "-", "--", "Content"]
 
+    run = machine.run(*misspelt, *others, answers=NO_TO_ALL)
 
-@pytest.mark.parametrize("argument", UNKNOWN)
-def test_offers_all_products_after_an_unknown_argument(linux, argument):
-    run = linux.run(argument, answers="n\nn\nn\nn\nn\n\n")
-
-    assert run.console == BANNER + ALL_DECLINED + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(ALL_DECLINED)
-
-
-def test_offers_all_products_after_many_unknown_arguments(machine):
-    run = machine.run(*UNKNOWN, answers="n\nn\nn\nn\nn\n\n")
-
-    assert run.console == BANNER + ALL_DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(ALL_DECLINED)
+    assert run == succeeded(machine, ALL_DECLINED)
 
 
 # Windows only: there, a program's own runtime may replace such arguments by the names of files.
 def test_takes_arguments_with_wildcards_as_they_were_typed(windows):
     (windows.working_folder / "-h").write_text("")
 
-    run = windows.run("*", "-?", answers="n\nn\nn\nn\nn\n\n")
+    run = windows.run("*", "-?", answers=NO_TO_ALL)
 
-    assert run.console == BANNER + ALL_DECLINED + ending(windows)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(ALL_DECLINED)
+    assert run == succeeded(windows, ALL_DECLINED)
 
 
 def test_takes_the_first_of_two_targets(machine):
     run = machine.run("--clean=Content", "--clean=All", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(DECLINED)
+    assert run == succeeded(machine, QUESTION + CANCELLED)
 
 
 @pytest.mark.parametrize("others", [["-1"], ["-c"], ["Content"], ["--all"], ["all", "of", "it"]])
 def test_cleans_the_target_among_unknown_arguments(linux, others):
     run = linux.run(*others, "--clean=Content", *others, answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(DECLINED)
+    assert run == succeeded(linux, QUESTION + CANCELLED)
 
 
 def test_drops_blanks_and_quotes_around_an_argument_and_empty_arguments(machine):
     run = machine.run("", "   ", ' "--clean=Content" ', "-1", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(DECLINED)
+    assert run == succeeded(machine, QUESTION + CANCELLED)
 
 
 def test_keeps_blanks_inside_of_quotes(linux):
-    run = linux.run('" --clean=Content"', answers="n\nn\nn\nn\nn\n\n")
+    run = linux.run('" --clean=Content"', answers=NO_TO_ALL)
 
-    assert run.console == BANNER + ALL_DECLINED + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(ALL_DECLINED)
+    assert run == succeeded(linux, ALL_DECLINED)

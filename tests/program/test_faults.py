@@ -14,54 +14,13 @@ from pathlib import Path
 import pytest
 
 from machines import Windows, wait_for
-from texts import BANNER, FAILURE, LOG_BANNER, QUESTION, ending, without_prompts
-
-NOTHING_TO_REMOVE = """\
-[time][Info] Cleaning: Velantone Content
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Velantone Content was successfully removed.
-"""
-
-
-def removed(machine) -> str:
-    content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
-    return f"""\
-[time][Info] Cleaning: Velantone Content
-[time][Info] Deleting directory: {content}
-[time][Info] Directory deleted: {content}
-[time][Info] Directories removed: 1
-[time][Info] Files removed: 0
-[time][Info] Velantone Content was successfully removed.
-"""
-
-
-def not_removed(machine) -> str:
-    content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
-    return f"""\
-[time][Info] Cleaning: Velantone Content
-[time][Info] Deleting directory: {content}
-[time][Critical] Unable to delete directory: {content}
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Velantone Content encountered errors and could not be removed.
-"""
-
-
-def vanished_meanwhile(machine) -> str:
-    content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
-    return f"""\
-[time][Info] Cleaning: Velantone Content
-[time][Warning] Directory is actually a file, attempting to delete file...
-[time][Info] File deleted: {content}
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 1
-[time][Info] Velantone Content was successfully removed.
-"""
+from products import CONTENT
+from runs import Run, failed, succeeded
+from texts import BANNER, LOG_BANNER, QUESTION, not_removed, removed, removed_as_files, without_prompts
 
 
 def place_content(machine) -> Path:
-    content = machine.shared_data / "TessaraWorks" / "Content"
+    content = CONTENT.paths(machine)[0]
     (content / "Packs" / "Strings").mkdir(parents=True)
     (content / "Packs" / "Strings" / "Legato.pack").write_text("samples")
     (content / "Favourites.playlist").write_text("songs")
@@ -75,6 +34,11 @@ def wait_for_prompt(machine, number: int = 1) -> None:
 def answer(process: subprocess.Popen, text: bytes) -> None:
     process.stdin.write(text)
     process.stdin.flush()
+
+
+def killed(run: Run, transcript: str) -> Run:
+    """What is left of a session that was ended at once, with whatever exit code."""
+    return failed(transcript, errors="", exit_code=run.exit_code)
 
 
 def test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt(machine):
@@ -92,19 +56,16 @@ def test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt(machine):
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning cancelled by the user.
 [time][Info] Remove all Velantone content & playlist files?
-Y/n? {removed(machine)}\
+Y/n? {removed(CONTENT, machine.shown(content))}\
 [time][Info] Remove Velantone Media Server and all of its associated files?
 Y/n? """
-    assert run.console == BANNER + transcript
-    assert run.errors == ""
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == []
+    assert run == killed(run, transcript)
     assert not content.exists()
 
 
 # Linux only: there, a tree that takes a while to delete is made in no time.
 def test_has_every_line_in_the_log_file_when_it_is_killed_while_it_deletes(linux, deep_folders):
-    content = linux.shared_data / "TessaraWorks" / "Content"
+    content = CONTENT.paths(linux)[0]
     deep_folders(content, "d", 1200)
 
     process = linux.start("--clean=Content")
@@ -112,13 +73,14 @@ def test_has_every_line_in_the_log_file_when_it_is_killed_while_it_deletes(linux
     linux.kill(process)
     run = linux.outcome(process)
 
-    steps = """\
+    assert run == killed(
+        run,
+        QUESTION
+        + """\
 [time][Info] Cleaning: Velantone Content
 [time][Info] Deleting directory: /opt/TessaraWorks/Content
-"""
-    assert run.console == BANNER + QUESTION + "Y/n? " + steps
-    assert run.errors == ""
-    assert run.log == LOG_BANNER + QUESTION + steps
+""",
+    )
     assert content.is_dir()
 
 
@@ -135,9 +97,7 @@ def test_goes_on_without_a_log_when_the_disk_is_full(linux):
         answer(process, b"\n")
         run = linux.outcome(process)
 
-    assert run.console == BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
+    assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)), log=None, revealed=run.revealed)
     assert log == b""
     assert not content.exists()
 
@@ -159,9 +119,7 @@ def test_fills_the_disk_with_the_log_and_goes_on_without_it(linux):
     earlier, _, session = log.partition(b"\r\n\r\n")
     _, _, lines_in_log = session.partition(b"\r\n\r\n")
 
-    assert run.console == BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
+    assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)), log=None, revealed=run.revealed)
     assert len(log) == 4096
     assert earlier == b" " * 3699 + b"1"
     assert len(lines_in_log) > 100
@@ -183,10 +141,7 @@ def test_goes_on_without_a_log_when_the_desktop_disappears_between_two_lines(mac
         answer(process, b"y\n\n")
         run = machine.outcome(process)
 
-    assert run.console == BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log is None
+    assert run == succeeded(machine, QUESTION + removed(CONTENT, machine.shown(content)), log=None, revealed=[])
     assert wait_for(machine.shown_folders, seconds=0.5) == []
     assert not machine.desktop.exists()
     assert not content.exists()
@@ -198,7 +153,6 @@ def test_does_not_need_its_current_folder(linux):
     current = linux.root / "home/user/Current"
     current.mkdir()
     linux.launcher = ["/bin/sh", "-c", 'cd Current; echo started; read -r _; exec "$@"', "sh"]
-    complaint = "sh: 0: getcwd() failed: No such file or directory\n"
 
     with linux.start("--clean=Content", stdin=subprocess.PIPE) as process:
         wait_for(lambda: linux.console() == "started\n")
@@ -207,11 +161,10 @@ def test_does_not_need_its_current_folder(linux):
         answer(process, b"y\n\n")
         run = linux.outcome(process)
 
-    assert run.console == "started\n" + BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
-    assert run.errors == complaint * 2  # of the shells that show the desktop: the library's and the stub
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + removed(linux)
-    assert run.revealed == ["/home/user/Desktop"]
+    complaint = "sh: 0: getcwd() failed: No such file or directory\n"
+    both_shells = complaint * 2  # which show the desktop: the library's and the stub
+    run.console = run.console.removeprefix("started\n")
+    assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)), errors=both_shells)
     assert not content.exists()
 
 
@@ -222,11 +175,7 @@ def test_has_all_in_the_log_file_when_the_output_is_closed(linux):
 
     run = linux.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == ""
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + removed(linux)
-    assert wait_for(linux.shown_folders) == ["/home/user/Desktop"]
+    assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)), console="")
     assert not content.exists()
 
 
@@ -236,10 +185,7 @@ def test_has_all_in_the_log_file_when_the_output_goes_to_a_full_disk(machine):
     with machine.input("y\n\n") as stdin, open("/dev/full", "wb") as full_disk:
         run = machine.outcome(machine.start("--clean=Content", stdin=stdin, stdout=full_disk))
 
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + removed(machine)
-    assert wait_for(machine.shown_folders) == [machine.shown(machine.desktop)]
+    assert run == succeeded(machine, QUESTION + removed(CONTENT, machine.shown(content)), console="")
     assert not content.exists()
 
 
@@ -265,10 +211,8 @@ def test_does_nothing_until_somebody_reads_its_output(machine):
         run = machine.outcome(process)
 
     assert not has_done_something
-    assert run.console == "." * 4096 + BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + removed(machine)
+    run.console = run.console.removeprefix("." * 4096)
+    assert run == succeeded(machine, QUESTION + removed(CONTENT, machine.shown(content)))
     assert not content.exists()
 
 
@@ -286,7 +230,7 @@ def test_has_every_line_in_the_log_file_when_it_is_killed_between_any_two(linux,
         run = linux.outcome(process)
 
     assert room - 100 < len(console) <= room
-    assert run.log == LOG_BANNER + without_prompts(run.console.removeprefix(BANNER))
+    assert run == killed(run, run.console.removeprefix(BANNER))
 
 
 def is_asleep(process_id: int) -> bool:
@@ -304,9 +248,7 @@ def test_is_ended_by_linux_when_the_reader_of_its_output_goes_away(linux):
         run = linux.outcome(process)
 
     assert not has_ended
-    assert run.errors == ""
-    assert run.exit_code == 128 + signal.SIGPIPE
-    assert run.log is None
+    assert run == Run(console="", errors="", exit_code=128 + signal.SIGPIPE, log=None, revealed=[])
     assert content.is_dir()
 
 
@@ -321,9 +263,7 @@ def test_goes_on_under_windows_when_the_reader_of_its_output_goes_away(windows):
         run = windows.outcome(process)
 
     assert not has_ended
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + removed(windows)
+    assert run == succeeded(windows, QUESTION + removed(CONTENT, windows.shown(content)), console="")
     assert not content.exists()
 
 
@@ -366,16 +306,10 @@ def test_removes_a_tree_that_grows_or_says_that_it_could_not(machine):
 
     assert len(made) > made_before > 0
 
-    if content.exists():
-        assert run.console == BANNER + QUESTION + "Y/n? " + not_removed(machine)
-        assert run.errors == FAILURE
-        assert run.exit_code == 1
-        assert run.log == LOG_BANNER + QUESTION + not_removed(machine)
-    else:
-        assert run.console == BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
-        assert run.errors == ""
-        assert run.exit_code == 0
-        assert run.log == LOG_BANNER + QUESTION + removed(machine)
+    folder = machine.shown(content)
+    could_not = failed(QUESTION + not_removed(CONTENT, folder))
+    could = succeeded(machine, QUESTION + removed(CONTENT, folder))
+    assert run == (could_not if content.exists() else could)
 
 
 # Windows only: Linux deletes a file although it is open.
@@ -393,15 +327,11 @@ def test_fails_at_a_file_that_is_opened_while_the_question_waits_and_removes_it_
     left = [path for path in content.rglob("*") if path.is_file()]
     second = windows.run("--clean=Content", answers="y\n\n")
 
-    assert first.console == BANNER + QUESTION + "Y/n? " + not_removed(windows)
-    assert first.errors == FAILURE
-    assert first.exit_code == 1
-    assert first.log == LOG_BANNER + QUESTION + not_removed(windows)
+    folder = windows.shown(content)
+    transcript = QUESTION + removed(CONTENT, folder)
+    assert first == failed(QUESTION + not_removed(CONTENT, folder))
     assert left == [locked]
-    assert second.console == BANNER + QUESTION + "Y/n? " + removed(windows) + ending(windows)
-    assert second.errors == ""
-    assert second.exit_code == 0
-    assert second.log == first.log + LOG_BANNER + QUESTION + removed(windows)
+    assert second == succeeded(windows, transcript, log=first.log + LOG_BANNER + without_prompts(transcript))
     assert not content.exists()
 
 
@@ -449,15 +379,12 @@ def depth_of(folder: Path, name: str) -> int:
 
 
 def test_removes_folders_1000_deep(machine, deep_folders):
-    content = machine.shared_data / "TessaraWorks" / "Content"
+    content = CONTENT.paths(machine)[0]
     deep_folders(content, "d", 1000)
 
     run = machine.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + removed(machine)
+    assert run == succeeded(machine, QUESTION + removed(CONTENT, machine.shown(content)))
     assert not content.exists()
 
 
@@ -469,17 +396,14 @@ def test_leaves_a_branch_whose_paths_are_too_long_and_removes_the_rest(machine, 
 
     run = machine.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == BANNER + QUESTION + "Y/n? " + not_removed(machine)
-    assert run.errors == FAILURE
-    assert run.exit_code == 1
-    assert run.log == LOG_BANNER + QUESTION + not_removed(machine)
+    assert run == failed(QUESTION + not_removed(CONTENT, machine.shown(content)))
     assert os.listdir(content) == ["Deep"]
     assert depth_of(content / "Deep", "folder-0001") == 1000
 
 
 @pytest.mark.parametrize("linux", ["native"], indirect=True)
 def test_removes_400000_files_in_one_folder(linux):
-    content = linux.shared_data / "TessaraWorks" / "Content"
+    content = CONTENT.paths(linux)[0]
     content.mkdir(parents=True)
     folder = os.open(content, os.O_RDONLY)
 
@@ -490,10 +414,7 @@ def test_removes_400000_files_in_one_folder(linux):
 
     run = linux.run("--clean=Content", answers="y\n\n")
 
-    assert run.console == BANNER + QUESTION + "Y/n? " + removed(linux) + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + removed(linux)
+    assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)))
     assert not content.exists()
 
 
@@ -515,13 +436,11 @@ def test_shares_the_log_file_with_a_copy_that_runs_while_it_waits(machine, other
         answer(process, b"y\n\n")
         run = machine.outcome(process)
 
-    assert other.console == BANNER + QUESTION + "Y/n? " + removed(machine) + ending(machine)
-    assert other.errors == ""
-    assert other.exit_code == 0
-    assert run.console == BANNER + QUESTION + "Y/n? " + NOTHING_TO_REMOVE + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + QUESTION + LOG_BANNER + QUESTION + removed(machine) + NOTHING_TO_REMOVE
+    deleted = removed(CONTENT, machine.shown(content))
+    question = LOG_BANNER + without_prompts(QUESTION)
+    log = question + question + deleted
+    assert other == succeeded(machine, QUESTION + deleted, log=log)
+    assert run == succeeded(machine, QUESTION + removed(CONTENT), log=log + removed(CONTENT), revealed=run.revealed)
     assert not content.exists()
 
 
@@ -541,19 +460,19 @@ def test_ends_as_usual_beside_a_copy_that_deletes_the_same_at_the_same_time(mach
         answer(other_process, b"y\n\n")
         runs = [machine.outcome(process), other_copy.outcome(other_process)]
 
-    successes = [removed(machine), NOTHING_TO_REMOVE, vanished_meanwhile(machine)]
-    outcomes = [("Y/n? " + steps + ending(machine), "", 0) for steps in successes]
-    outcomes.append(("Y/n? " + not_removed(machine), FAILURE, 1))
+    folder = machine.shown(content)
+    successes = [removed(CONTENT, folder), removed(CONTENT), removed_as_files(CONTENT, folder)]
+    outcomes = [succeeded(machine, QUESTION + steps) for steps in successes]
+    outcomes.append(failed(QUESTION + not_removed(CONTENT, folder)))
 
     for run in runs:
-        assert (run.console.removeprefix(BANNER + QUESTION), run.errors, run.exit_code) in outcomes
+        assert [run.console, run.errors, run.exit_code] in [[o.console, o.errors, o.exit_code] for o in outcomes]
 
     assert not content.exists()
 
     # Windows lets only one of them write at a time: the other's line is lost, but none is broken. On Linux, the
     # library writes where the file ended when it was opened, and one line may overwrite another.
     if isinstance(machine, Windows):
-        whole_lines = "".join([LOG_BANNER, QUESTION, *successes, not_removed(machine)]).split("\n")
         lines = machine.log().split("\n")
-        assert [line for line in lines if line not in whole_lines] == []
+        assert set(lines) <= {line for outcome in outcomes for line in outcome.log.split("\n")}
         assert "[time][Info] Target: Content" in lines

@@ -2,8 +2,15 @@
 
 import re
 
+import pytest
+
 from machines import contents_of, wait_for
-from texts import BANNER, DECLINED, FAILURE, LOG_BANNER, QUESTION, ending, without_prompts
+from products import CONTENT
+from runs import failed, succeeded
+from texts import BANNER, CANCELLED, LOG_BANNER, QUESTION, not_removed, without_prompts
+
+DECLINED = QUESTION + CANCELLED
+SESSION = LOG_BANNER + without_prompts(DECLINED)
 
 
 def test_is_text_with_windows_line_ends_behind_a_banner_with_the_time_of_the_start(machine):
@@ -26,62 +33,34 @@ def test_of_an_earlier_run_is_appended_to(machine):
     first = machine.run("--clean=Content", answers="n\n\n")
     second = machine.run("--clean=Content", answers="n\n\n")
 
-    assert first.log == LOG_BANNER + without_prompts(DECLINED)
-    assert second.log == LOG_BANNER + without_prompts(DECLINED) + LOG_BANNER + without_prompts(DECLINED)
-    assert second.console == BANNER + DECLINED + ending(machine)
-    assert second.errors == ""
-    assert second.exit_code == 0
+    assert first.log == SESSION
+    assert second == succeeded(machine, DECLINED, log=SESSION + SESSION, revealed=second.revealed)
 
 
-# The three tests of the limit compare the old lines apart from the new ones and tell only whether they
-# are alike: nobody wants to be shown five million characters.
+FIRST_LINES = "the first line\r\nthe second line\r\n"
 
 
-def test_that_is_5000000_bytes_long_is_kept_whole(machine):
-    old = "the first line\n" + "the second line\n" + "x" * (5_000_000 - 33 - 2) + "\n"
-    machine.log_file.write_bytes(old.replace("\n", "\r\n").encode())
-    assert machine.log_file.stat().st_size == 5_000_000
-
-    run = machine.run("--clean=Content", answers="n\n\n")
-
-    is_kept = run.log.startswith(old)
-    assert is_kept
-    assert run.log[len(old) :] == LOG_BANNER + without_prompts(DECLINED)
-    assert run.console == BANNER + DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-
-
-def test_that_is_5000001_bytes_long_loses_the_line_that_exceeds_the_limit(machine):
-    old = "the first line\n" + "the second line\n" + "x" * (5_000_001 - 33 - 2) + "\n"
-    machine.log_file.write_bytes(old.replace("\n", "\r\n").encode())
-    assert machine.log_file.stat().st_size == 5_000_001
+@pytest.mark.parametrize(
+    ("size", "dropped"),
+    [
+        pytest.param(5_000_000, "", id="as long as the limit"),
+        pytest.param(5_000_001, "the first line", id="one longer: without the line that exceeds the limit"),
+    ],
+)
+def test_of_earlier_runs_is_trimmed_to_the_limit_before_a_run_and_may_grow_past_it_then(machine, size, dropped):
+    old = FIRST_LINES + "x" * (size - len(FIRST_LINES) - 2) + "\r\n"
+    machine.log_file.write_bytes(old.encode())
 
     run = machine.run("--clean=Content", answers="n\n\n")
 
-    kept = old.removeprefix("the first line")
+    # Nobody wants to be shown five million characters: the old lines are only told to be alike or not.
+    kept = old.removeprefix(dropped).replace("\r\n", "\n")
     is_kept = run.log.startswith(kept)
+    run.log = run.log[len(kept) :]
     assert is_kept
-    assert run.log[len(kept) :] == LOG_BANNER + without_prompts(DECLINED)
-    assert run.console == BANNER + DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert [file.name for file in machine.desktop.iterdir()] == ["OrvexCleaner.log"]
-
-
-def test_may_grow_past_the_limit_during_a_run(machine):
-    old = "x" * (5_000_000 - 2) + "\n"
-    machine.log_file.write_bytes(old.replace("\n", "\r\n").encode())
-
-    run = machine.run("--clean=Content", answers="n\n\n")
-
-    is_kept = run.log.startswith(old)
+    assert run == succeeded(machine, DECLINED)
     assert machine.log_file.stat().st_size > 5_000_000
-    assert is_kept
-    assert run.log[len(old) :] == LOG_BANNER + without_prompts(DECLINED)
-    assert run.console == BANNER + DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
+    assert contents_of(machine.desktop) == ["OrvexCleaner.log"]
 
 
 def test_is_not_missed_where_its_path_is_a_folder(machine):
@@ -89,10 +68,7 @@ def test_is_not_missed_where_its_path_is_a_folder(machine):
 
     run = machine.run("--clean=Content", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log is None
+    assert run == succeeded(machine, DECLINED, log=None, revealed=[])
     assert wait_for(machine.shown_folders, seconds=0.5) == []
     assert list(machine.log_file.iterdir()) == []
 
@@ -104,11 +80,7 @@ def test_that_may_not_be_written_stays_as_it_is(linux):
 
     run = linux.run("--clean=Content", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == "an earlier run\n"
-    assert run.revealed == [linux.shown(linux.desktop)]
+    assert run == succeeded(linux, DECLINED, log="an earlier run\n")
 
 
 # Linux only, for the same reason.
@@ -117,10 +89,7 @@ def test_is_not_missed_where_it_may_not_be_made(linux):
 
     run = linux.run("--clean=Content", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + ending(linux)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log is None
+    assert run == succeeded(linux, DECLINED, log=None, revealed=[])
     assert wait_for(linux.shown_folders, seconds=0.5) == []
 
 
@@ -131,11 +100,7 @@ def test_that_another_program_holds_open_stays_as_it_is(windows):
     with windows.held_open(windows.log_file):
         run = windows.run("--clean=Content", answers="n\n\n")
 
-    assert run.console == BANNER + DECLINED + ending(windows)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == "an earlier run\n"
-    assert run.revealed == [windows.shown(windows.desktop)]
+    assert run == succeeded(windows, DECLINED, log="an earlier run\n")
 
 
 # Windows only: on Linux the location of the desktop is always known. Whether the log file is shown is
@@ -144,9 +109,8 @@ def test_lies_in_the_root_of_the_current_drive_without_a_desktop(windows, drive_
     with windows.without("desktop"):
         run = windows.run("--clean=Content", answers="n\n\n")
 
-    assert (
-        run.console
-        == BANNER
+    console = (
+        BANNER
         + DECLINED
         + """\
 Cleaning finished successfully.
@@ -154,10 +118,9 @@ Log file written to: D:\\OrvexCleaner.log
 Press enter to exit
 """
     )
-    assert run.errors == ""
-    assert run.exit_code == 0
+    assert run == succeeded(windows, DECLINED, console=console, log=None, revealed=run.revealed)
     windows.log_file = drive_d / "OrvexCleaner.log"
-    assert windows.log() == LOG_BANNER + without_prompts(DECLINED)
+    assert windows.log() == SESSION
     assert contents_of(windows.desktop) == []
 
 
@@ -169,20 +132,8 @@ def test_is_made_together_with_the_desktop(linux):
 
     run = linux.run("--clean=Content", answers="n\n\n")
 
-    assert (
-        run.console
-        == BANNER
-        + DECLINED
-        + """\
-Cleaning finished successfully.
-Log file written to: /home/newcomer/Desktop/OrvexCleaner.log
-Press enter to exit
-"""
-    )
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(DECLINED)
-    assert run.revealed == ["/home/newcomer/Desktop"]
+    assert linux.shown(linux.log_file) == "/home/newcomer/Desktop/OrvexCleaner.log"
+    assert run == succeeded(linux, DECLINED)
 
 
 def test_has_everything_up_to_a_failure_and_is_not_shown_then(machine):
@@ -193,16 +144,5 @@ def test_has_everything_up_to_a_failure_and_is_not_shown_then(machine):
 
     run = machine.run("--clean=Content", answers="y\n")
 
-    steps = f"""\
-[time][Info] Cleaning: Velantone Content
-[time][Info] Deleting directory: {machine.shown(content)}
-[time][Critical] Unable to delete directory: {machine.shown(content)}
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Velantone Content encountered errors and could not be removed.
-"""
-    assert run.console == BANNER + QUESTION + "Y/n? " + steps
-    assert run.errors == FAILURE
-    assert run.exit_code == 1
-    assert run.log == LOG_BANNER + QUESTION + steps
+    assert run == failed(QUESTION + not_removed(CONTENT, machine.shown(content)))
     assert wait_for(machine.shown_folders, seconds=1) == []

@@ -1,52 +1,33 @@
 """Each product from its question to its verdict, on machines that have all of it, a part, or nothing."""
 
 import shutil
+import subprocess
 
 import pytest
 
 from machines import contents_of
-from products import MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
-from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
+from products import COMPANY, MEDIA_SERVER, PRODUCT_MANAGER, PRODUCTS
+from runs import failed, succeeded
+from texts import ALL_PRODUCTS, YES_TO_ALL, not_removed, opening, question, removed, removed_as_files
 
 ENTRIES = [(product, order) for product in PRODUCTS for order in range(len(product.table))]
+LOCATIONS = [(product, base) for product in PRODUCTS for base in sorted({base for base, _ in product.table})]
 
 each_product = pytest.mark.parametrize("product", PRODUCTS, ids=lambda product: product.name)
 each_entry = pytest.mark.parametrize(
     ("product", "order"), ENTRIES, ids=[f"{product.name}-{order + 1}" for product, order in ENTRIES]
+)
+each_location = pytest.mark.parametrize(
+    ("product", "location"), LOCATIONS, ids=[f"{product.name}-{location}" for product, location in LOCATIONS]
 )
 
 
 def clean(machine, product):
     """Runs the program on the one product, and declines all others where only all are offered together."""
     if product.target is None:
-        return machine.run("--clean=All", answers="n\nn\nn\nn\ny\n\n")
+        return machine.run("--clean=All", answers="n\n" * (len(PRODUCTS) - 1) + "y\n\n")
 
     return machine.run(f"--clean={product.target}", answers="y\n\n")
-
-
-def opening(product):
-    """The transcript up to the run."""
-    if product.target is None:
-        return """\
-[time][Info] Target: All
-[time][Info] All installed Orvex & Velantone products will be cleaned.
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove Velantone Media Server and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Tessara Works global directories and files?
-Y/n? [time][Info] Cleaning: Tessara Works Global Directories
-"""
-
-    return f"""\
-[time][Info] {product.first_line}
-[time][Info] {product.question}
-Y/n? [time][Info] Cleaning: {product.name}
-"""
 
 
 def place_folder(path):
@@ -60,174 +41,38 @@ def place_file(path):
     path.write_text("a file")
 
 
-def test_removes_all_of_the_studio_folders_and_single_files_alike(machine):
+def place_parents(paths):
+    for path in paths:
+        path.parent.mkdir(parents=True, exist_ok=True)
+
+
+def test_has_each_path_listed_as_the_program_has_it(windows):
+    tool = windows.tool("C:\\tools\\ListPaths.exe", stdout=subprocess.PIPE, text=True)
+    listed = [tuple(line.split("\t")) for line in tool.communicate()[0].splitlines()]
+
+    expected = [(product.name, windows.shown(path)) for product in PRODUCTS for path in product.paths(windows)]
+    assert sorted(listed, key=lambda row: [product.name for product in PRODUCTS].index(row[0])) == expected
+
+
+@each_product
+def test_removes_all_of_the_product_and_nothing_else(machine, product):
+    paths = product.paths(machine)
+    place_parents(paths)
+    place_folder(paths[0].with_name("Another maker"))
     before = machine.tree()
 
-    for path in ORVEX_STUDIO.paths(machine)[:12]:
+    for path in paths:
         place_folder(path)
 
-    for path in ORVEX_STUDIO.paths(machine)[12:]:
-        place_file(path)
+    run = clean(machine, product)
 
-    run = machine.run("--clean=OrvexStudio", answers="y\n\n")
-
-    programs = machine.program_files
-    plugins = machine.shared_data / "TessaraWorks" / "Plugins"
-    user = machine.user_data
-    vst3 = machine.program_files / "Common Files" / "VST3"
-    transcript = f"""\
-[time][Info] Target: Orvex Studio
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Studio
-[time][Info] Deleting directory: {machine.shown(programs / "Orvex")}
-[time][Info] Directory deleted: {machine.shown(programs / "Orvex")}
-[time][Info] Deleting directory: {machine.shown(programs / "OrvexStudio")}
-[time][Info] Directory deleted: {machine.shown(programs / "OrvexStudio")}
-[time][Info] Deleting directory: {machine.shown(programs / "Orvex Studio")}
-[time][Info] Directory deleted: {machine.shown(programs / "Orvex Studio")}
-[time][Info] Deleting directory: {machine.shown(plugins / "Orvex")}
-[time][Info] Directory deleted: {machine.shown(plugins / "Orvex")}
-[time][Info] Deleting directory: {machine.shown(plugins / "OrvexStudio")}
-[time][Info] Directory deleted: {machine.shown(plugins / "OrvexStudio")}
-[time][Info] Deleting directory: {machine.shown(user / "Orvex")}
-[time][Info] Directory deleted: {machine.shown(user / "Orvex")}
-[time][Info] Deleting directory: {machine.shown(user / "OrvexMonitor")}
-[time][Info] Directory deleted: {machine.shown(user / "OrvexMonitor")}
-[time][Info] Deleting directory: {machine.shown(user / "Orvex Monitor")}
-[time][Info] Directory deleted: {machine.shown(user / "Orvex Monitor")}
-[time][Info] Deleting directory: {machine.shown(user / "OrvexMonitorHeadless")}
-[time][Info] Directory deleted: {machine.shown(user / "OrvexMonitorHeadless")}
-[time][Info] Deleting directory: {machine.shown(user / "VelantoneEQ")}
-[time][Info] Directory deleted: {machine.shown(user / "VelantoneEQ")}
-[time][Info] Deleting directory: {machine.shown(vst3 / "TessaraWorks")}
-[time][Info] Directory deleted: {machine.shown(vst3 / "TessaraWorks")}
-[time][Info] Deleting directory: {machine.shown(vst3 / "Orvex.vst3")}
-[time][Info] Directory deleted: {machine.shown(vst3 / "Orvex.vst3")}
-[time][Warning] Directory is actually a file, attempting to delete file...
-[time][Info] File deleted: {machine.shown(vst3 / "OrvexAudioBus.vst3")}
-[time][Warning] Directory is actually a file, attempting to delete file...
-[time][Info] File deleted: {machine.shown(vst3 / "OrvexMonitor.vst3")}
-[time][Warning] Directory is actually a file, attempting to delete file...
-[time][Info] File deleted: {machine.shown(vst3 / "OrvexReference.vst3")}
-[time][Info] Directories removed: 12
-[time][Info] Files removed: 3
-[time][Info] Orvex Studio was successfully removed.
-"""
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [machine.shown(machine.desktop)]
-    assert machine.tree() == before | {plugins, plugins.parent, vst3, vst3.parent}
-
-
-def test_removes_all_of_the_product_manager(machine):
-    before = machine.tree()
-
-    for path in PRODUCT_MANAGER.paths(machine):
-        place_folder(path)
-
-    run = machine.run("--clean=ProductManager", answers="y\n\n")
-
-    programs = machine.program_files
-    maker = machine.shared_data / "TessaraWorks"
-    applications = machine.shared_data / "TessaraWorks" / "Applications"
-    user = machine.user_data
-    transcript = f"""\
-[time][Info] Target: Orvex Product Manager
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Product Manager
-[time][Info] Deleting directory: {machine.shown(programs / "OrvexProductManager")}
-[time][Info] Directory deleted: {machine.shown(programs / "OrvexProductManager")}
-[time][Info] Deleting directory: {machine.shown(programs / "Orvex Product Manager")}
-[time][Info] Directory deleted: {machine.shown(programs / "Orvex Product Manager")}
-[time][Info] Deleting directory: {machine.shown(maker / "OrvexProductManager")}
-[time][Info] Directory deleted: {machine.shown(maker / "OrvexProductManager")}
-[time][Info] Deleting directory: {machine.shown(maker / "Orvex Product Manager")}
-[time][Info] Directory deleted: {machine.shown(maker / "Orvex Product Manager")}
-[time][Info] Deleting directory: {machine.shown(applications / "OrvexProductManager")}
-[time][Info] Directory deleted: {machine.shown(applications / "OrvexProductManager")}
-[time][Info] Deleting directory: {machine.shown(applications / "Orvex Product Manager")}
-[time][Info] Directory deleted: {machine.shown(applications / "Orvex Product Manager")}
-[time][Info] Deleting directory: {machine.shown(user / "OrvexProductManager")}
-[time][Info] Directory deleted: {machine.shown(user / "OrvexProductManager")}
-[time][Info] Deleting directory: {machine.shown(user / "Orvex Product Manager")}
-[time][Info] Directory deleted: {machine.shown(user / "Orvex Product Manager")}
-[time][Info] Directories removed: 8
-[time][Info] Files removed: 0
-[time][Info] Orvex Product Manager was successfully removed.
-"""
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [machine.shown(machine.desktop)]
-    assert machine.tree() == before | {maker, applications}
-
-
-def test_removes_all_of_the_media_server(machine):
-    before = machine.tree()
-
-    for path in MEDIA_SERVER.paths(machine):
-        place_folder(path)
-
-    run = machine.run("--clean=VelantoneMediaServer", answers="y\n\n")
-
-    applications = machine.shared_data / "TessaraWorks" / "Applications"
-    user = machine.user_data
-    transcript = f"""\
-[time][Info] Target: Velantone Media Server
-[time][Info] Remove Velantone Media Server and all of its associated files?
-Y/n? [time][Info] Cleaning: Velantone Media Server
-[time][Info] Deleting directory: {machine.shown(applications / "VelantoneMediaServer")}
-[time][Info] Directory deleted: {machine.shown(applications / "VelantoneMediaServer")}
-[time][Info] Deleting directory: {machine.shown(applications / "VelantonePlayer")}
-[time][Info] Directory deleted: {machine.shown(applications / "VelantonePlayer")}
-[time][Info] Deleting directory: {machine.shown(user / "VelantoneMediaServer")}
-[time][Info] Directory deleted: {machine.shown(user / "VelantoneMediaServer")}
-[time][Info] Deleting directory: {machine.shown(user / "VelantonePlayer")}
-[time][Info] Directory deleted: {machine.shown(user / "VelantonePlayer")}
-[time][Info] Directories removed: 4
-[time][Info] Files removed: 0
-[time][Info] Velantone Media Server was successfully removed.
-"""
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [machine.shown(machine.desktop)]
-    assert machine.tree() == before | {applications, applications.parent}
-
-
-def test_removes_all_of_the_content(machine):
-    before = machine.tree()
-    place_folder(machine.shared_data / "TessaraWorks" / "Content")
-
-    run = machine.run("--clean=Content", answers="y\n\n")
-
-    content = machine.shown(machine.shared_data / "TessaraWorks" / "Content")
-    transcript = f"""\
-[time][Info] Target: Content
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning: Velantone Content
-[time][Info] Deleting directory: {content}
-[time][Info] Directory deleted: {content}
-[time][Info] Directories removed: 1
-[time][Info] Files removed: 0
-[time][Info] Velantone Content was successfully removed.
-"""
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [machine.shown(machine.desktop)]
-    assert machine.tree() == before | {machine.shared_data / "TessaraWorks"}
+    assert run == succeeded(machine, opening(product) + removed(product, *map(machine.shown, paths)))
+    assert machine.tree() == before
 
 
 def test_removes_the_company_folders_with_all_that_other_products_keep_in_them(machine):
-    maker = machine.shared_data / "TessaraWorks"
-    vst3 = machine.program_files / "Common Files" / "VST3"
-    place_folder(vst3 / "Other maker")
+    maker, vst3 = COMPANY.paths(machine)
+    place_parents([maker, vst3])
     before = machine.tree()
 
     for product in PRODUCTS:
@@ -235,119 +80,94 @@ def test_removes_the_company_folders_with_all_that_other_products_keep_in_them(m
             if path.is_relative_to(maker):
                 path.mkdir(parents=True, exist_ok=True)
 
-    place_folder(vst3 / "TessaraWorks")
+    place_folder(vst3)
 
-    run = machine.run("--clean=All", answers="n\nn\nn\nn\ny\n\n")
+    run = clean(machine, COMPANY)
 
-    transcript = f"""\
-[time][Info] Target: All
-[time][Info] All installed Orvex & Velantone products will be cleaned.
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning cancelled by the user.
+    folders = machine.shown(maker), machine.shown(vst3)
+    assert run == succeeded(machine, opening(COMPANY) + removed(COMPANY, *folders))
+    assert machine.tree() == before
+
+
+def test_removes_folders_and_files_side_by_side_each_as_what_it_is(linux):
+    folders, files = MEDIA_SERVER.paths(linux)[:3], MEDIA_SERVER.paths(linux)[3:]
+
+    for folder in folders:
+        place_folder(folder)
+
+    for file in files:
+        place_file(file)
+
+    run = clean(linux, MEDIA_SERVER)
+
+    assert run == succeeded(
+        linux,
+        """\
+[time][Info] Target: Velantone Media Server
 [time][Info] Remove Velantone Media Server and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Tessara Works global directories and files?
-Y/n? [time][Info] Cleaning: Tessara Works Global Directories
-[time][Info] Deleting directory: {machine.shown(maker)}
-[time][Info] Directory deleted: {machine.shown(maker)}
-[time][Info] Deleting directory: {machine.shown(vst3 / "TessaraWorks")}
-[time][Info] Directory deleted: {machine.shown(vst3 / "TessaraWorks")}
-[time][Info] Directories removed: 2
-[time][Info] Files removed: 0
-[time][Info] Tessara Works Global Directories was successfully removed.
-"""
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [machine.shown(machine.desktop)]
-    assert machine.tree() == before
-
-
-@each_product
-def test_finds_nothing_to_remove_on_a_machine_without_the_product(machine, product):
-    similar = [path.with_name(path.name + " 2") for path in product.paths(machine)]
-
-    for path in similar:
-        place_folder(path)
-
-    before = machine.tree()
-
-    run = clean(machine, product)
-
-    transcript = (
-        opening(product)
-        + f"""\
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] {product.name} was successfully removed.
-"""
+Y/n? [time][Info] Cleaning: Velantone Media Server
+[time][Info] Deleting directory: /opt/TessaraWorks/Applications/VelantoneMediaServer
+[time][Info] Directory deleted: /opt/TessaraWorks/Applications/VelantoneMediaServer
+[time][Info] Deleting directory: /opt/TessaraWorks/Applications/VelantonePlayer
+[time][Info] Directory deleted: /opt/TessaraWorks/Applications/VelantonePlayer
+[time][Info] Deleting directory: /home/user/.config/VelantoneMediaServer
+[time][Info] Directory deleted: /home/user/.config/VelantoneMediaServer
+[time][Warning] Directory is actually a file, attempting to delete file...
+[time][Info] File deleted: /home/user/.config/VelantonePlayer
+[time][Info] Directories removed: 3
+[time][Info] Files removed: 1
+[time][Info] Velantone Media Server was successfully removed.
+""",
     )
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [machine.shown(machine.desktop)]
-    assert machine.tree() == before
 
 
 @each_product
-def test_removes_files_where_folders_are_expected(machine, product):
-    for path in product.paths(machine):
+def test_finds_nothing_to_remove_on_a_machine_without_the_product(linux, product):
+    for path in product.paths(linux):
+        place_folder(path.with_name(path.name + " 2"))
+
+    before = linux.tree()
+
+    run = clean(linux, product)
+
+    assert run == succeeded(linux, opening(product) + removed(product))
+    assert linux.tree() == before
+
+
+@each_product
+def test_removes_files_where_folders_are_expected(linux, product):
+    paths = product.paths(linux)
+    place_parents(paths)
+    before = linux.tree()
+
+    for path in paths:
         place_file(path)
 
-    run = clean(machine, product)
+    run = clean(linux, product)
 
-    removals = "".join(
-        f"""\
-[time][Warning] Directory is actually a file, attempting to delete file...
-[time][Info] File deleted: {machine.shown(path)}
-"""
-        for path in product.paths(machine)
-    )
-    transcript = (
-        opening(product)
-        + removals
-        + f"""\
-[time][Info] Directories removed: 0
-[time][Info] Files removed: {len(product.table)}
-[time][Info] {product.name} was successfully removed.
-"""
-    )
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [machine.shown(machine.desktop)]
-    assert [path for path in product.paths(machine) if path.exists()] == []
+    assert run == succeeded(linux, opening(product) + removed_as_files(product, *map(linux.shown, paths)))
+    assert linux.tree() == before
 
 
 @each_entry
-def test_removes_everything_but_the_one_folder_that_holds_an_undeletable_file(machine, product, order):
-    before = machine.tree()
-    paths = product.paths(machine)
+def test_removes_everything_but_the_one_folder_that_holds_an_undeletable_file(linux, product, order):
+    paths = product.paths(linux)
+    place_parents(paths)
+    before = linux.tree()
 
     for path in paths:
         place_folder(path)
 
     stubborn = paths[order]
-    machine.make_undeletable(stubborn / "Sub folder" / "File.dat")
+    left = stubborn / "Sub folder" / "File.dat"
+    linux.make_undeletable(left)
 
-    run = clean(machine, product)
+    run = clean(linux, product)
 
     outcomes = "".join(
         f"""\
-[time][Info] Deleting directory: {machine.shown(path)}
-[time][Critical] Unable to delete directory: {machine.shown(path)}
-"""
-        if path == stubborn
-        else f"""\
-[time][Info] Deleting directory: {machine.shown(path)}
-[time][Info] Directory deleted: {machine.shown(path)}
+[time][Info] Deleting directory: {linux.shown(path)}
+[time]{"[Critical] Unable to delete directory" if path == stubborn else "[Info] Directory deleted"}: {linux.shown(path)}
 """
         for path in paths
     )
@@ -356,58 +176,43 @@ def test_removes_everything_but_the_one_folder_that_holds_an_undeletable_file(ma
         if len(paths) > 1
         else f"[Info] {product.name} encountered errors and could not be removed."
     )
-    transcript = (
+    assert run == failed(
         opening(product)
-        + outcomes
         + f"""\
+[time][Info] Cleaning: {product.name}
+{outcomes}\
 [time][Info] Directories removed: {len(paths) - 1}
 [time][Info] Files removed: 0
 [time]{verdict}
 """
     )
-    assert run.console == BANNER + transcript
-    assert run.errors == FAILURE
-    assert run.exit_code == 1
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == []
-    left = stubborn / "Sub folder" / "File.dat"
-    parents_of_entries = {parent for path in paths for parent in path.parents} - set(paths)
     assert left.read_text() == "data"
-    assert machine.tree() - before - parents_of_entries == {stubborn, stubborn / "Sub folder", left}
+    assert linux.tree() - before == {stubborn, left.parent, left}
 
 
 @each_product
-def test_could_not_remove_a_product_that_is_one_undeletable_file(machine, product):
-    file = product.paths(machine)[-1]
+def test_could_not_remove_a_product_that_is_one_undeletable_file(linux, product):
+    file = product.paths(linux)[-1]
     place_file(file)
-    machine.make_undeletable(file)
+    linux.make_undeletable(file)
 
-    run = clean(machine, product)
+    run = clean(linux, product)
 
-    transcript = (
+    assert run == failed(
         opening(product)
         + f"""\
+[time][Info] Cleaning: {product.name}
 [time][Warning] Directory is actually a file, attempting to delete file...
-[time][Critical] Unable to delete file: {machine.shown(file)}
+[time][Critical] Unable to delete file: {linux.shown(file)}
 [time][Info] Directories removed: 0
 [time][Info] Files removed: 0
 [time][Info] {product.name} encountered errors and could not be removed.
 """
     )
-    assert run.console == BANNER + transcript
-    assert run.errors == FAILURE
-    assert run.exit_code == 1
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == []
     assert file.read_text() == "a file"
 
 
-LOCATIONS = [(product, base) for product in PRODUCTS for base in sorted({base for base, _ in product.table})]
-
-
-@pytest.mark.parametrize(
-    ("product", "location"), LOCATIONS, ids=[f"{product.name}-{location}" for product, location in LOCATIONS]
-)
+@each_location
 def test_takes_the_root_of_the_drive_for_a_location_that_cannot_be_found(windows, product, location):
     paths = product.paths(windows, missing=[location])
 
@@ -417,27 +222,7 @@ def test_takes_the_root_of_the_drive_for_a_location_that_cannot_be_found(windows
 
         run = clean(windows, product)
 
-    removals = "".join(
-        f"""\
-[time][Info] Deleting directory: {windows.shown(path)}
-[time][Info] Directory deleted: {windows.shown(path)}
-"""
-        for path in paths
-    )
-    transcript = (
-        opening(product)
-        + removals
-        + f"""\
-[time][Info] Directories removed: {len(paths)}
-[time][Info] Files removed: 0
-[time][Info] {product.name} was successfully removed.
-"""
-    )
-    assert run.console == BANNER + transcript + ending(windows)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == [windows.shown(windows.desktop)]
+    assert run == succeeded(windows, opening(product) + removed(product, *map(windows.shown, paths)))
     assert [path for path in paths if path.exists()] == []
 
 
@@ -450,23 +235,9 @@ def test_lists_a_path_once_that_two_missing_locations_give(windows):
         place_file(undeletable)
         windows.make_undeletable(undeletable)
 
-        run = windows.run("--clean=ProductManager", answers="y\n\n")
+        run = clean(windows, PRODUCT_MANAGER)
 
-    transcript = """\
-[time][Info] Target: Orvex Product Manager
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Product Manager
-[time][Info] Deleting directory: C:\\OrvexProductManager
-[time][Critical] Unable to delete directory: C:\\OrvexProductManager
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Orvex Product Manager encountered errors and could not be removed.
-"""
-    assert run.console == BANNER + transcript
-    assert run.errors == FAILURE
-    assert run.exit_code == 1
-    assert run.log == LOG_BANNER + without_prompts(transcript)
-    assert run.revealed == []
+    assert run == failed(opening(PRODUCT_MANAGER) + not_removed(PRODUCT_MANAGER, "C:\\OrvexProductManager"))
 
 
 @pytest.fixture
@@ -485,43 +256,12 @@ def test_leaves_the_folders_of_other_accounts_alone(machine, other_user_data):
         place_folder(other_user_data / child)
 
     before = contents_of(other_user_data)
-    place_folder(machine.user_data / "VelantonePlayer")
+    own = MEDIA_SERVER.paths(machine)[-1]
+    place_folder(own)
 
-    run = machine.run("--clean=All", answers="y\ny\ny\ny\ny\n\n")
+    run = machine.run("--clean=All", answers=YES_TO_ALL)
 
-    transcript = f"""\
-[time][Info] Target: All
-[time][Info] All installed Orvex & Velantone products will be cleaned.
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Studio
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Orvex Studio was successfully removed.
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning: Velantone Content
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Velantone Content was successfully removed.
-[time][Info] Remove Velantone Media Server and all of its associated files?
-Y/n? [time][Info] Cleaning: Velantone Media Server
-[time][Info] Deleting directory: {machine.shown(machine.user_data / "VelantonePlayer")}
-[time][Info] Directory deleted: {machine.shown(machine.user_data / "VelantonePlayer")}
-[time][Info] Directories removed: 1
-[time][Info] Files removed: 0
-[time][Info] Velantone Media Server was successfully removed.
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Product Manager
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Orvex Product Manager was successfully removed.
-[time][Info] Remove all Tessara Works global directories and files?
-Y/n? [time][Info] Cleaning: Tessara Works Global Directories
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] Tessara Works Global Directories was successfully removed.
-"""
-    assert run.console == BANNER + transcript + ending(machine)
-    assert run.errors == ""
-    assert run.exit_code == 0
-    assert run.log == LOG_BANNER + without_prompts(transcript)
+    folders = {product: [] for product in PRODUCTS} | {MEDIA_SERVER: [machine.shown(own)]}
+    steps = [question(product) + removed(product, *found) for product, found in folders.items()]
+    assert run == succeeded(machine, ALL_PRODUCTS + "".join(steps))
     assert contents_of(other_user_data) == before

@@ -1,0 +1,54 @@
+"""What a run of the program leaves behind, to be compared as a whole."""
+
+from dataclasses import dataclass, replace
+
+from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
+
+
+@dataclass
+class Run:
+    """What a run of the program left behind.
+
+    The texts have "\\n" for the line ends that the machine demands, "[time]" for each well-formed time
+    stamp, and "<when>" for the well-formed time of a log file's banner.
+    """
+
+    console: str
+    errors: str
+    exit_code: int
+    log: str | None  # None without a log file
+    revealed: list[str]  # the folders that the shell was asked to show
+
+
+def succeeded(machine, transcript: str, **others) -> Run:
+    """A session without a failure, which writes this transcript, but for what others say."""
+    run = Run(
+        console=BANNER + transcript + ending(machine),
+        errors="",
+        exit_code=0,
+        log=LOG_BANNER + without_prompts(transcript),
+        revealed=[machine.shown(machine.desktop)],
+    )
+    return replace(run, **others)
+
+
+def failed(transcript: str, **others) -> Run:
+    """A session with a failure, which writes this transcript, but for what others say."""
+    run = Run(
+        console=BANNER + transcript,
+        errors=FAILURE,
+        exit_code=1,
+        log=LOG_BANNER + without_prompts(transcript),
+        revealed=[],
+    )
+    return replace(run, **others)
+
+
+def refused(errors: str) -> Run:
+    """A run that does nothing but to say why."""
+    return Run(console="", errors=errors, exit_code=1, log=None, revealed=[])
+
+
+def printed(text: str) -> Run:
+    """A run that does nothing but to print a text."""
+    return Run(console=text, errors="", exit_code=0, log=None, revealed=[])
