@@ -109,8 +109,8 @@ def deletion_on_linux(folders: int, files: int, command: list[str]) -> Use:
     machine = SCRATCH / "machine"
     content = machine / "opt" / "TessaraWorks" / "Content"
     make_files(content, folders, files)
-    isolated = [str(TOP / "tests" / "isolated"), str(machine), "--ro-bind", "/usr/bin/rm", "/bin/rm", "--"]
-    use = use_of(isolated + command, dict(os.environ))
+    program = ["--file", command[0], "/bin/program", "--", "/bin/program", *command[1:]]
+    use = use_of([str(TOP / "tests" / "isolated"), str(machine), *program], dict(os.environ))
 
     if content.exists():
         sys.exit(f"bench: not deleted by {command}")

@@ -11,6 +11,7 @@ import signal
 import subprocess
 import time
 from contextlib import contextmanager
+from functools import cache
 from pathlib import Path
 
 from release import TOP
@@ -18,6 +19,8 @@ from runs import Run
 from texts import FAILURE
 
 BUILD = TOP / "build"
+ISOLATED = TOP / "tests" / "isolated"
+AS_IN_CONTAINER = TOP / "scripts" / "support" / "as-in-container"
 WINE_PREFIX = BUILD / "test-windows"
 UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
 
@@ -108,7 +111,7 @@ class Machine:
         return Run(
             console=self.console(),
             errors=self.errors(),
-            exit_code=exit_code,
+            exit_code=exit_code if exit_code >= 0 else 128 - exit_code,  # as bubblewrap tells of a signal
             log=self.log(),
             revealed=self.shown_folders(),
         )
@@ -304,8 +307,7 @@ class Linux(Machine):
         super().__init__(scratch)
         self.preset = preset
         self.root = scratch / "machine"
-        # A coverage build counts in files beside its objects, which it has to be let write.
-        self.options = ["--bind", str(BUILD / preset), str(BUILD / preset)] if preset == "coverage" else []
+        self.options = []  # of tests/isolated
         self.launcher = []  # a command in front of the program
         self.shared_data = self.root / "opt"
         self.program_files = self.root / "usr"
@@ -325,24 +327,33 @@ class Linux(Machine):
         shell.write_text('#!/bin/sh\nprintf "%s\\n" "$1" >> /tmp/shown\n')
         shell.chmod(0o755)
 
+        if preset == "coverage":
+            # The program counts in the same files on every machine.
+            for counts in (BUILD / preset / "CMakeFiles").rglob("*.gcda"):
+                link = self.root / counts.relative_to("/")
+                link.parent.mkdir(parents=True, exist_ok=True)
+                link.hardlink_to(counts)
+
     def shown(self, path: Path) -> str:
         return "/" + str(path.relative_to(self.root))
 
     def environment(self) -> dict[str, str]:
-        return dict(os.environ)
+        return {**os.environ, "ISOLATED_WAY": way_of_isolation()}
 
     def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
         launcher = self.launcher if has_input else ["/bin/sh", "-c", 'exec "$@" <&-', "sh", *self.launcher]
         return [
-            "env", f"ISOLATED_UID={0 if elevated else 1000}",
-            str(TOP / "tests" / "isolated"), str(self.root),
-            "--ro-bind", "/usr/bin/dash", "/bin/sh",
-            "--ro-bind", str(BUILD / self.preset / "OrvexCleaner"), self.shown(self.program),
+            str(ISOLATED), str(self.root),
+            "--file", str(BUILD / self.preset / "OrvexCleaner"), self.shown(self.program),
+            "--user", "0" if elevated else "1000",
             *self.options,
             "--", *launcher, self.shown(self.program), *arguments,
         ]  # fmt: skip
 
     def program_id(self, process: subprocess.Popen) -> int:
+        if way_of_isolation() == "chroot":
+            return process.pid
+
         (child,) = Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()
         return int(child)  # of bubblewrap, which the process has become
 
@@ -351,7 +362,36 @@ class Linux(Machine):
         return calls.read_text().splitlines() if calls.exists() else []
 
     def make_undeletable(self, file: Path) -> None:
-        self.options += ["--bind", str(file), self.shown(file)]  # a mount point cannot be deleted
+        if os.geteuid() == 0:
+            # From a sticky folder, a file is deleted by its owner, the folder's, or one with a special right.
+            for path in (file, file.parent):
+                shutil.chown(path, "nobody")
+
+            file.parent.chmod(0o1777)
+        else:
+            self.options += ["--file", str(file), self.shown(file)]  # which makes it a mount point
+
+
+class Container(Linux):
+    """A Linux that is made with the rights that root has in a container."""
+
+    def __init__(self, scratch: Path):
+        super().__init__(scratch, "native")
+
+    def environment(self) -> dict[str, str]:
+        return {**os.environ, "ISOLATED_WAY": ""}
+
+    def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
+        return [str(AS_IN_CONTAINER), *super().command(arguments, elevated, has_input)]
+
+    def program_id(self, process: subprocess.Popen) -> int:
+        return process.pid
+
+
+@cache
+def way_of_isolation() -> str:
+    """The way of tests/isolated on this host."""
+    return subprocess.run([ISOLATED, "--way"], check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
 
 
 def wine_environment() -> dict[str, str]:

@@ -126,7 +126,7 @@ Press enter to exit
 
 # Linux only: there, a desktop that is not there still has a place.
 def test_is_made_together_with_the_desktop(linux):
-    linux.options += ["--setenv", "HOME", "/home/newcomer"]
+    linux.options += ["--set", "HOME", "/home/newcomer"]
     linux.desktop = linux.root / "home/newcomer/Desktop"
     linux.log_file = linux.desktop / "OrvexCleaner.log"
 
