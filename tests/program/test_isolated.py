@@ -1,0 +1,151 @@
+"""The machine that tests/isolated makes: nothing on it is the host's, in whichever way it is made."""
+
+import copy
+import os
+import subprocess
+
+import pytest
+
+from machines import AS_IN_CONTAINER, ISOLATED, Container, way_of_isolation
+from test_deleting import (
+    test_fails_at_an_undeletable_file_in_the_folders_place,
+    test_removes_the_rest_of_a_tree_around_a_file_that_cannot_be_deleted,
+)
+from test_elevation import test_refuses_everything_without_administrator_rights
+from test_faults import (
+    test_fills_the_disk_with_the_log_and_goes_on_without_it,
+    test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt,
+    test_shares_the_log_file_with_a_copy_that_runs_while_it_waits,
+)
+
+# The whole program as well is tried on a machine that is made as in a container, in the tests that depend most on how
+# a machine is made.
+TRIED_IN_A_CONTAINER = [
+    test_fails_at_an_undeletable_file_in_the_folders_place,
+    test_fills_the_disk_with_the_log_and_goes_on_without_it,
+    test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt,
+    test_refuses_everything_without_administrator_rights,
+    test_removes_the_rest_of_a_tree_around_a_file_that_cannot_be_deleted,
+    test_shares_the_log_file_with_a_copy_that_runs_while_it_waits,
+]
+
+
+@pytest.fixture
+def root_of_container():
+    if os.geteuid() != 0:
+        pytest.skip("only root can change the root folder")
+
+
+@pytest.fixture(params=["namespaces", "chroot"])
+def isolated(request):
+    """The command that makes a machine in each way."""
+    if request.param == "namespaces":
+        if way_of_isolation() != "namespaces":
+            pytest.skip("the kernel gives no new namespaces")
+
+        return [str(ISOLATED)]
+
+    request.getfixturevalue("root_of_container")
+    return [str(AS_IN_CONTAINER), str(ISOLATED)]
+
+
+@pytest.fixture
+def machine(root_of_container, tmp_path):
+    return Container(tmp_path)
+
+
+@pytest.fixture
+def linux(machine):
+    return machine
+
+
+@pytest.fixture
+def other_copy(machine):
+    other = copy.copy(machine)
+    other.scratch = machine.scratch / "other"
+    other.scratch.mkdir()
+    return other
+
+
+def run(*command) -> subprocess.CompletedProcess:
+    environment = {name: value for name, value in os.environ.items() if name != "ISOLATED_WAY"}
+    return subprocess.run(command, capture_output=True, text=True, env=environment)
+
+
+def in_shell(isolated, tmp_path, script: str, *options) -> subprocess.CompletedProcess:
+    return run(*isolated, tmp_path / "machine", *options, "--", "/bin/sh", "-c", script)
+
+
+def test_has_nothing_of_the_host_but_what_it_was_given(isolated, tmp_path):
+    (tmp_path / "hosts").write_text("the host's")
+
+    done = in_shell(isolated, tmp_path, f"cd / && echo * && pwd && < {tmp_path}/hosts")
+
+    assert done.stdout == "bin dev home lib lib64 opt proc tmp usr\n/\n"
+    assert done.stderr == f"/bin/sh: 1: cannot open {tmp_path}/hosts: No such file\n"
+
+
+def test_has_no_environment_of_the_host(isolated, tmp_path):
+    done = in_shell(isolated, tmp_path, "export -p; pwd", "--set", "EXTRA", "of the test")
+
+    assert (
+        done.stdout
+        == """\
+export EXTRA='of the test'
+export HOME='/home/user'
+export ORVEX_MAY_CLEAN_THIS_MACHINE='yes'
+export PATH='/usr/bin'
+export PWD='/home/user'
+export TMPDIR='/tmp'
+export UBSAN_OPTIONS='print_stacktrace=1'
+/home/user
+"""
+    )
+
+
+@pytest.mark.parametrize("user", ["0", "1000"])
+def test_gives_no_right_and_no_way_to_get_one(isolated, tmp_path, user):
+    capsh = ["--file", "/usr/sbin/capsh", "/bin/capsh", "--user", user]
+
+    done = in_shell(isolated, tmp_path, f"/bin/capsh --current --has-no-new-privs --is-uid={user}", *capsh)
+
+    assert done.stdout.splitlines()[0] == "Current: ="
+    assert done.stderr == ""
+    assert done.returncode == 0
+
+
+def test_does_not_let_a_command_leave_its_root_folder(isolated, tmp_path):
+    chroot = ["--file", "/usr/sbin/chroot", "/bin/chroot"]
+
+    done = in_shell(isolated, tmp_path, "/bin/chroot / /bin/sh -c 'echo free'", *chroot)
+
+    assert done.stdout == ""
+    assert done.stderr == "/bin/chroot: cannot change root directory to '/': Operation not permitted\n"
+
+
+@pytest.mark.parametrize("order", ["/bin/rm -f /bin/given", "echo changed > /bin/given"])
+def test_can_neither_delete_nor_change_a_file_of_the_host(isolated, tmp_path, order):
+    given = tmp_path / "given"
+    given.write_text("the host's")
+    given.chmod(0o666)
+    options = ["--file", "/bin/rm", "/bin/rm", "--file", given, "/bin/given"]
+
+    in_shell(isolated, tmp_path, order, *options)
+    again = in_shell(isolated, tmp_path, "read -r content < /bin/given; echo $content", *options)
+
+    assert given.read_text() == "the host's"
+    assert again.stdout == "the host's\n"
+
+
+def test_says_in_one_sentence_that_a_machine_allows_neither_way(root_of_container, tmp_path):
+    without_rights = ["setpriv", "--bounding-set", "-all"]
+
+    done = run(AS_IN_CONTAINER, *without_rights, ISOLATED, tmp_path / "machine", "--", "/bin/sh", "-c", "echo ran")
+
+    assert done.stdout == ""
+    assert done.stderr == (
+        "tests/isolated: This machine allows neither new namespaces, which bubblewrap needs, nor what root may do "
+        "in a container (chroot, setgid, setpcap, setuid).\n"
+    )
+    assert done.returncode == 1
+    assert not (tmp_path / "machine").exists()
