@@ -1,30 +1,57 @@
 # Makes the target juce_core from the sources of JUCE's core module.
 
-set (ORVEX_JUCE_MODULES_DIR /usr/share/juce/modules
-    CACHE PATH "The folder of JUCE's modules, as Debian's juce-modules-source or a checkout of JUCE has it")
+include (FetchContent)
 
-set (juce_header "${ORVEX_JUCE_MODULES_DIR}/juce_core/system/juce_StandardHeader.h")
+# Gives the version of the JUCE in a folder of modules, or nothing if there is none.
+function (get_juce_version folder version)
+    set (header "${folder}/juce_core/system/juce_StandardHeader.h")
+    set (lines "")
 
-if (NOT EXISTS "${juce_header}")
-    message (FATAL_ERROR
-        "There is no JUCE in ${ORVEX_JUCE_MODULES_DIR}. Install Debian's package juce-modules-source, "
-        "or set ORVEX_JUCE_MODULES_DIR to the folder \"modules\" of a checkout of JUCE 7.0.4.")
+    if (EXISTS "${header}")
+        file (STRINGS "${header}" lines REGEX "#define JUCE_(MAJOR_VERSION|MINOR_VERSION|BUILDNUMBER) ")
+    endif()
+
+    string (REGEX REPLACE "[^;0-9]+([0-9]+)" "\\1" lines "${lines}")
+    string (REPLACE ";" "." lines "${lines}")
+    set (${version} "${lines}" PARENT_SCOPE)
+endfunction()
+
+set (default_modules /usr/share/juce/modules)
+get_juce_version ("${default_modules}" juce_version)
+
+if (DEFINED ENV{ORVEX_JUCE_MODULES_DIR})
+    set (default_modules "$ENV{ORVEX_JUCE_MODULES_DIR}")
+elseif (juce_version VERSION_LESS 7.0.4 OR juce_version VERSION_GREATER_EQUAL 7.1)
+    set (default_modules "")
 endif()
 
-file (STRINGS "${juce_header}" version_lines REGEX "#define JUCE_(MAJOR_VERSION|MINOR_VERSION|BUILDNUMBER) ")
-string (REGEX REPLACE "[^;0-9]+([0-9]+)" "\\1" juce_version "${version_lines}")
-string (REPLACE ";" "." juce_version "${juce_version}")
+set (ORVEX_JUCE_MODULES_DIR "${default_modules}" CACHE PATH
+    "The folder of JUCE's modules, as Debian 12's juce-modules-source or a checkout of JUCE has it; fetched if empty")
+set (juce_modules "${ORVEX_JUCE_MODULES_DIR}")
+
+if (juce_modules STREQUAL "")
+    message (STATUS "Fetching JUCE 7.0.4, since no folder is named, and Debian's is not from 7.0.4 on below 7.1")
+    FetchContent_Declare (juce
+        GIT_REPOSITORY https://github.com/juce-framework/JUCE.git
+        GIT_TAG 4e68af7fde8a0a64e808fb1a37999a690873c9de
+        SOURCE_SUBDIR modules/juce_core) # where no CMakeLists.txt is, so that nothing is added to the build
+    FetchContent_MakeAvailable (juce)
+    set (juce_modules "${juce_SOURCE_DIR}/modules")
+endif()
+
+get_juce_version ("${juce_modules}" juce_version)
 
 if (juce_version VERSION_LESS 7.0.4 OR juce_version VERSION_GREATER_EQUAL 7.1)
     message (FATAL_ERROR
-        "The JUCE in ${ORVEX_JUCE_MODULES_DIR} is version ${juce_version}; "
-        "Orvex Cleaner needs 7.0.4 or a later 7.0.x.")
+        "Orvex Cleaner needs JUCE 7.0.4 or a later 7.0.x, which ${juce_modules} has not (version: "
+        "${juce_version}). Let ORVEX_JUCE_MODULES_DIR name the folder \"modules\" of such a JUCE, "
+        "or be empty for 7.0.4 to be fetched.")
 endif()
 
-message (STATUS "JUCE ${juce_version} in ${ORVEX_JUCE_MODULES_DIR}")
+message (STATUS "JUCE ${juce_version} in ${juce_modules}")
 
 add_library (juce_core STATIC src/juce/juce_core.cpp)
-target_include_directories (juce_core SYSTEM PUBLIC "${ORVEX_JUCE_MODULES_DIR}")
+target_include_directories (juce_core SYSTEM PUBLIC "${juce_modules}")
 target_compile_definitions (juce_core PUBLIC
     JUCE_GLOBAL_MODULE_SETTINGS_INCLUDED=1
     JUCE_STANDALONE_APPLICATION=1
@@ -38,7 +65,7 @@ else()
 endif()
 
 # Debian's package leaves the bundled zlib out.
-if (NOT EXISTS "${ORVEX_JUCE_MODULES_DIR}/juce_core/zip/zlib/zlib.h")
+if (NOT EXISTS "${juce_modules}/juce_core/zip/zlib/zlib.h")
     set (ZLIB_USE_STATIC_LIBS ${WIN32})
     find_package (ZLIB REQUIRED)
     target_compile_definitions (juce_core PRIVATE JUCE_INCLUDE_ZLIB_CODE=0)

@@ -1,0 +1,70 @@
+"""Where the build has its libraries from."""
+
+import os
+import re
+import shutil
+import subprocess
+from pathlib import Path
+
+TOP = Path(__file__).resolve().parents[2]
+JUCE_COMMIT = "4e68af7fde8a0a64e808fb1a37999a690873c9de"  # of the tag 7.0.4
+GOOGLETEST_COMMIT = "6910c9d9165801d8827d628cb72eb7ea9dd538c5"  # of the tag v1.16.0
+
+
+def configured(folder: Path, git_config: str, *options: str) -> str:
+    """What the configuration of a build says with this configuration of git alone."""
+    (folder / "gitconfig").write_text(git_config)
+    environment = {**os.environ, "GIT_CONFIG_GLOBAL": str(folder / "gitconfig")}
+    command = ["cmake", "-S", TOP, "-B", folder / "build", *options]
+    run = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, env=environment)
+    assert run.returncode == 0, run.stdout
+    return run.stdout
+
+
+def option_of_native_build(name: str) -> Path:
+    cache = (TOP / "build" / "native" / "CMakeCache.txt").read_text()
+    return Path(re.search(f"^{name}:PATH=(.+)$", cache, re.MULTILINE)[1])
+
+
+def publish(repository: Path, commit: str) -> None:
+    """Makes a repository of a folder, in which a commit of another one is replaced by its own."""
+    git = ["git", "-C", str(repository), "-c", "user.name=test", "-c", "user.email=test@example.com"]
+
+    for order in (
+        ["-c", "init.defaultBranch=main", "init"],
+        ["add", "--all"],
+        ["commit", "--message=Stand in"],
+        ["update-ref", f"refs/replace/{commit}", "HEAD"],
+    ):
+        subprocess.run([*git, *order], check=True, stdout=subprocess.DEVNULL)
+
+
+def test_fetches_juce_7_0_4_and_googletest_by_their_commits(tmp_path):
+    juce, googletest = tmp_path / "juce", tmp_path / "googletest"
+    shutil.copytree(option_of_native_build("ORVEX_JUCE_MODULES_DIR"), juce / "modules")
+    shutil.copytree(option_of_native_build("ORVEX_GOOGLETEST_DIR"), googletest)
+    header = juce / "modules" / "juce_core" / "system" / "juce_StandardHeader.h"
+    header.write_text(re.sub(r"(?<=#define JUCE_BUILDNUMBER)\s+\d+", " 4", header.read_text()))
+    publish(juce, JUCE_COMMIT)
+    publish(googletest, GOOGLETEST_COMMIT)
+    git_config = f"""\
+[url "file://{juce}"]
+    insteadOf = https://github.com/juce-framework/JUCE.git
+[url "file://{googletest}"]
+    insteadOf = https://github.com/google/googletest.git
+[remote "origin"]
+    fetch = +refs/replace/*:refs/replace/*
+"""
+
+    said = configured(tmp_path, git_config, "-DORVEX_JUCE_MODULES_DIR=", "-DORVEX_GOOGLETEST_DIR=")
+
+    assert f"JUCE 7.0.4 in {tmp_path}/build/_deps/juce-src/modules" in said
+    assert (tmp_path / "build" / "_deps" / "juce-src" / ".git" / "HEAD").read_text() == f"{JUCE_COMMIT}\n"
+    assert (tmp_path / "build" / "_deps" / "googletest-src" / ".git" / "HEAD").read_text() == f"{GOOGLETEST_COMMIT}\n"
+
+
+def test_fetches_nothing_where_it_has_both(tmp_path):
+    said = configured(tmp_path, "")
+
+    assert f"JUCE 7.0.5 in {option_of_native_build('ORVEX_JUCE_MODULES_DIR')}" in said
+    assert not (tmp_path / "build" / "_deps").exists()
