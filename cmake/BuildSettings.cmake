@@ -14,3 +14,10 @@ set (CMAKE_C_STANDARD 11)
 
 set (CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set (CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>") # the product is one file
+
+if (MSVC)
+    # The language and its library as everywhere else: the standard's rules, sources in UTF-8, no macros
+    # min and max, and no warnings of functions like getenv that belong to the standard.
+    add_compile_options ($<$<COMPILE_LANGUAGE:C,CXX>:/permissive-> $<$<COMPILE_LANGUAGE:C,CXX>:/utf-8>)
+    add_compile_definitions (NOMINMAX _CRT_SECURE_NO_WARNINGS)
+endif()

@@ -13,7 +13,8 @@ set_source_files_properties ("${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.rc" PROPE
 set (stack_bytes 4194304)
 
 if (MSVC)
-    target_link_options (OrvexCleaner PRIVATE /STACK:${stack_bytes} /MANIFEST:NO /DEPENDENTLOADFLAG:0x800 /HIGHENTROPYVA /DYNAMICBASE /NXCOMPAT)
+    # The linker adds no manifest of its own. /DYNAMICBASE, /HIGHENTROPYVA and /NXCOMPAT are its defaults.
+    target_link_options (OrvexCleaner PRIVATE /STACK:${stack_bytes} /MANIFEST:NO /DEPENDENTLOADFLAG:0x800)
 else()
     target_sources (OrvexCleaner PRIVATE src/app/Image_windows.c)
     target_link_options (OrvexCleaner PRIVATE -Wl,--stack,${stack_bytes})

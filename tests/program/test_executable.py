@@ -11,7 +11,7 @@ from xml.etree import ElementTree
 
 import pytest
 
-from machines import TOP
+from machines import BUILD, TOP
 from release import VERSION
 
 # All of them lie in the system's folder of every Windows from 7 to 11.
@@ -165,6 +165,18 @@ def test_tells_its_name_its_maker_and_its_version(described):
             ("Translation", struct.pack("<HH", 0x0409, 1200), []),
         ]),
     ]  # fmt: skip
+
+
+# Visual Studio has a resource compiler of its own, which llvm-rc is written to equal.
+def test_has_the_resources_that_another_compiler_makes(described, tmp_path):
+    script = BUILD / "windows" / "OrvexCleaner.rc"
+    headers = "/usr/x86_64-w64-mingw32/include"
+
+    subprocess.run(["llvm-rc", "/I", headers, "/FO", tmp_path / "OrvexCleaner.res", script], check=True)
+
+    resources = (tmp_path / "OrvexCleaner.res").read_bytes()
+    assert resource(described, "MANIFEST") in resources
+    assert resource(described, "VERSIONINFO") in resources
 
 
 def text(value: str) -> bytes:
