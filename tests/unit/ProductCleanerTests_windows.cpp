@@ -175,3 +175,27 @@ TEST (ProductCleaner, RemovesHiddenAndSystemFiles)
     EXPECT_TRUE (cleaner.clean().success);
     EXPECT_FALSE (tree.exists());
 }
+
+TEST (ProductCleaner, RemovesFoldersWhosePathsHaveMoreThan260Characters)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto tree = folder.makeFolder ("tree");
+    auto innermost = tree.getFullPathName();
+
+    for (int number = 0; number < 5; ++number)
+    {
+        innermost += "\\" + juce::String::repeatedString ("x", 100);
+        const auto unlimited = "\\\\?\\" + innermost; // a path of any length, wherever Windows runs
+        ASSERT_TRUE (CreateDirectoryW (unlimited.toWideCharPointer(), nullptr));
+    }
+
+    if (! juce::File (innermost).isDirectory())
+        GTEST_SKIP() << "This system is not set up to let programs have long paths.";
+
+    TestCleaner cleaner;
+    cleaner.addDirectory (tree);
+
+    EXPECT_TRUE (cleaner.clean().success);
+    EXPECT_FALSE (tree.exists());
+}

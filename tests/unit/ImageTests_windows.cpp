@@ -1,0 +1,26 @@
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+static bool isWine() { return GetProcAddress (GetModuleHandleW (L"ntdll.dll"), "wine_get_version") != nullptr; }
+
+TEST (Image, LoadsNoDllOfTheSystemsThatLiesBesideIt)
+{
+    if (isWine())
+        GTEST_SKIP() << "Wine takes a DLL from the program's folder, whatever the program's image asks for.";
+
+    const juce::File program (ORVEX_PROGRAM);
+    const TemporaryFolder folder;
+    const auto copy = folder.getChildFile (program.getFileName());
+    ASSERT_TRUE (program.copyFileTo (copy));
+    folder.makeFile ("winmm.dll"); // no DLL at all: who takes it does not start
+    juce::ChildProcess process;
+
+    SetErrorMode (SEM_FAILCRITICALERRORS); // for no window to wait for somebody then
+    ASSERT_TRUE (process.start (juce::StringArray { copy.getFullPathName(), "--version" }));
+
+    const auto output = process.readAllProcessOutput();
+    EXPECT_TRUE (output.startsWith (ORVEX_CLEANER_NAME " " ORVEX_CLEANER_VERSION)) << output;
+}

@@ -1,0 +1,93 @@
+#include "RecordingLogger.h"
+#include "TemporaryFolder.h"
+#include "TestCleaner.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+using namespace TessaraWorks;
+
+static void makeJunction (const juce::File& link, const juce::File& target)
+{
+    juce::ChildProcess shell;
+
+    if (shell.start (
+            juce::StringArray { "cmd", "/c", "mklink", "/J", link.getFullPathName(), target.getFullPathName() }))
+        shell.waitForProcessToFinish (10000);
+}
+
+static void makeSymbolicLink (const juce::File& link, const juce::File& target)
+{
+    CreateSymbolicLinkW (link.getFullPathName().toWideCharPointer(),
+                         target.getFullPathName().toWideCharPointer(),
+                         target.isDirectory() ? SYMBOLIC_LINK_FLAG_DIRECTORY : 0);
+}
+
+static bool isInPlace (const juce::File& file)
+{
+    return GetFileAttributesW (file.getFullPathName().toWideCharPointer()) != INVALID_FILE_ATTRIBUTES;
+}
+
+class ProductCleanerLinks : public testing::Test
+{
+protected:
+    /** Lets the cleaner remove a link, or what has it deep within, and sees that its target is whole. */
+    void remove (const juce::File& listed, const juce::File& link)
+    {
+        // Wine says that it has made a link, and has not.
+        if (! link.isSymbolicLink())
+            GTEST_SKIP() << "This system makes no such link.";
+
+        cleaner.addDirectory (listed);
+
+        EXPECT_TRUE (cleaner.clean().success);
+        EXPECT_FALSE (isInPlace (listed));
+        EXPECT_EQ (file.loadFileAsString(), "contents");
+    }
+
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const juce::File file = folder.makeFile ("target/file");
+    const juce::File target = file.getParentDirectory();
+    const juce::File listedLink = folder.getChildFile ("link");
+    const juce::File tree = folder.makeFolder ("tree");
+    const juce::File deepLink = folder.makeFolder ("tree/folder").getChildFile ("link");
+    TestCleaner cleaner;
+};
+
+TEST_F (ProductCleanerLinks, GoAsAJunctionThatIsListed)
+{
+    makeJunction (listedLink, target);
+    remove (listedLink, listedLink);
+}
+
+TEST_F (ProductCleanerLinks, GoAsAJunctionDeepInATree)
+{
+    makeJunction (deepLink, target);
+    remove (tree, deepLink);
+}
+
+TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFolderThatIsListed)
+{
+    makeSymbolicLink (listedLink, target);
+    remove (listedLink, listedLink);
+}
+
+TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFolderDeepInATree)
+{
+    makeSymbolicLink (deepLink, target);
+    remove (tree, deepLink);
+}
+
+TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFileThatIsListed)
+{
+    makeSymbolicLink (listedLink, file);
+    remove (listedLink, listedLink);
+}
+
+TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFileDeepInATree)
+{
+    makeSymbolicLink (deepLink, file);
+    remove (tree, deepLink);
+}
