@@ -22,6 +22,8 @@ BUILD = TOP / "build"
 ISOLATED = TOP / "tests" / "isolated"
 AS_IN_CONTAINER = TOP / "scripts" / "support" / "as-in-container"
 WINE_PREFIX = BUILD / "test-windows"
+REQUIRES_ADMINISTRATOR = b'level="requireAdministrator"'
+AS_INVOKER = b'level="asInvoker"'
 UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
 
 CLOSED = object()  # the standard input of a program that is started without one
@@ -257,7 +259,17 @@ class Windows(Machine):
         return wine_environment()
 
     def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
-        runners = [] if elevated else ["C:\\tools\\RunUnelevated.exe"]
+        runners = []
+
+        if not elevated:
+            # Wine 10 raises a program by itself whose manifest asks for an administrator.
+            image = self.program.read_bytes()
+            assert image.count(REQUIRES_ADMINISTRATOR) == 1
+            self.program.write_bytes(
+                image.replace(REQUIRES_ADMINISTRATOR, AS_INVOKER.ljust(len(REQUIRES_ADMINISTRATOR)))
+            )
+            runners.append("C:\\tools\\RunUnelevated.exe")
+
         runners += [] if has_input else ["C:\\tools\\RunWithoutInput.exe"]
         return ["wine", *runners, self.shown(self.program), *arguments]
 
