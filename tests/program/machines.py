@@ -151,12 +151,13 @@ class Machine:
 class Windows(Machine):
     """A Wine prefix with no way to the host's files. It is the same for all tests, and cleaned for each."""
 
+    prefix = WINE_PREFIX
     newline = b"\r\n"
     has_uninstall_entries = True  # of an earlier test, perhaps
 
     def __init__(self, scratch: Path):
         super().__init__(scratch)
-        self.c = WINE_PREFIX / "drive_c"
+        self.c = self.prefix / "drive_c"
         self.home = next(user for user in (self.c / "users").iterdir() if user.name != "Public")
         self.shared_data = self.c / "ProgramData"
         self.program_files = self.c / "Program Files"
@@ -169,25 +170,38 @@ class Windows(Machine):
         self.kept_by_system = [self.shared_data / "Microsoft", self.user_data / "Microsoft"]
         self.clean()
 
-    @staticmethod
-    def prepare() -> None:
+    @classmethod
+    def make(cls) -> None:
+        """Makes the Windows, if it is not there yet."""
+        subprocess.run([TOP / "scripts" / "support" / "wine-prefix", cls.prefix], check=True)
+
+    @classmethod
+    def prepare(cls) -> None:
         """Makes the Windows, if it is not there yet, and starts it."""
-        subprocess.run([TOP / "scripts" / "support" / "wine-prefix", WINE_PREFIX], check=True)
-        Windows.shut_down()  # an interrupted run may have left it on
-        subprocess.run(["wineserver", "--persistent"], env=wine_environment(), check=True)
+        cls.make()
+        cls.shut_down()  # an interrupted run may have left it on
+        subprocess.run(cls.entered("wineserver", "--persistent"), env=cls.environment(), check=True)
 
         # Its own processes come with the first one, and write to what that one was given.
-        first, nowhere = ["wine", "cmd", "/c", "exit"], subprocess.DEVNULL
-        subprocess.run(first, env=wine_environment(), stdin=nowhere, stdout=nowhere, stderr=nowhere, check=True)
+        first, nowhere = cls.entered("wine", "cmd", "/c", "exit"), subprocess.DEVNULL
+        subprocess.run(first, env=cls.environment(), stdin=nowhere, stdout=nowhere, stderr=nowhere, check=True)
 
-    @staticmethod
-    def shut_down() -> None:
-        subprocess.run(["wineserver", "--kill"], env=wine_environment(), check=False)
-        subprocess.run(["wineserver", "--wait"], env=wine_environment(), check=True)
+    @classmethod
+    def shut_down(cls) -> None:
+        subprocess.run(cls.entered("wineserver", "--kill"), env=cls.environment(), check=False)
+        subprocess.run(cls.entered("wineserver", "--wait"), env=cls.environment(), check=True)
+
+    @classmethod
+    def entered(cls, *command: str) -> list[str]:
+        """The command by which the host runs a command of the system that this Windows lies in."""
+        return list(command)
+
+    @classmethod
+    def environment(cls) -> dict[str, str]:
+        return wine_environment(cls.prefix)
 
     def clean(self) -> None:
-        for explorer in self.explorers():
-            os.kill(explorer, signal.SIGKILL)
+        self.close_explorers()
 
         for folder in (self.shared_data, self.program_files, self.user_data, self.desktop, self.downloads):
             folder.mkdir(parents=True, exist_ok=True)
@@ -205,9 +219,9 @@ class Windows(Machine):
         shutil.copy(BUILD / "windows" / "OrvexCleaner.exe", self.program)
         shutil.copytree(tools, self.c / "tools", ignore=lambda folder, names: [n for n in names if ".exe" not in n])
 
-        if Windows.has_uninstall_entries:
+        if self.has_uninstall_entries:
             self.register({})
-            Windows.has_uninstall_entries = False
+            type(self).has_uninstall_entries = False
 
     def register(self, entries: dict[str, dict[str, str]]) -> None:
         """Makes these the machine's only uninstall entries: each one's values, by the name of its key."""
@@ -221,7 +235,7 @@ class Windows(Machine):
 
     def change_registry(self, *lines: str) -> None:
         """Imports the lines of a .reg file, which may change the uninstall entries and nothing else."""
-        Windows.has_uninstall_entries = True
+        type(self).has_uninstall_entries = True
         content = "\r\n".join(["Windows Registry Editor Version 5.00", *lines, ""])
         (self.c / "tools" / "changes.reg").write_bytes(content.encode("utf-16"))
         assert self.tool("regedit", "/S", "C:\\tools\\changes.reg").wait() == 0
@@ -255,9 +269,6 @@ class Windows(Machine):
     def shown(self, path: Path) -> str:
         return "C:\\" + str(path.relative_to(self.c)).replace("/", "\\")
 
-    def environment(self) -> dict[str, str]:
-        return wine_environment()
-
     def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
         runners = []
 
@@ -271,14 +282,14 @@ class Windows(Machine):
             runners.append("C:\\tools\\RunUnelevated.exe")
 
         runners += [] if has_input else ["C:\\tools\\RunWithoutInput.exe"]
-        return ["wine", *runners, self.shown(self.program), *arguments]
+        return self.entered("wine", *runners, self.shown(self.program), *arguments)
 
     def program_id(self, process: subprocess.Popen) -> int:
         return process.pid
 
     def tool(self, name: str, *arguments: str, **options) -> subprocess.Popen:
         """Starts one of the tests' small programs, or one of Windows' own."""
-        return subprocess.Popen(["wine", name, *arguments], env=wine_environment(), cwd=self.c, **options)
+        return subprocess.Popen(self.entered("wine", name, *arguments), env=self.environment(), cwd=self.c, **options)
 
     @contextmanager
     def held_open(self, file: Path):
@@ -289,19 +300,32 @@ class Windows(Machine):
             assert holder.stdout.readline() == b"open\r\n"
             yield
 
-    def explorers(self) -> dict[int, str]:
-        """The folders that Explorers of this Windows show, by process id."""
-        shown = {}
+    def programs(self) -> dict[int, list[str]]:
+        """The command lines of what runs in this Windows, by process id."""
+        found = {}
 
         for process in Path("/proc").glob("[0-9]*"):
             try:
-                _, _, folder = (process / "cmdline").read_bytes().partition(b"explorer.exe\0")
-                if folder[1:2] == b":" and f"WINEPREFIX={WINE_PREFIX}\0".encode() in (process / "environ").read_bytes():
-                    shown[int(process.name)] = folder.rstrip(b"\0").decode()
+                line = (process / "cmdline").read_bytes().decode(errors="replace").rstrip("\0").split("\0")
+                if line[0][1:2] == ":" and self.is_of_this_windows(process):
+                    found[int(process.name)] = line
             except OSError:
                 pass  # it has ended meanwhile
 
-        return shown
+        return found
+
+    def is_of_this_windows(self, process: Path) -> bool:
+        prefix = re.search(rb"(?:^|\0)WINEPREFIX=(.+?)\0", (process / "environ").read_bytes())
+        return prefix is not None and Path(f"{process}/root{prefix[1].decode()}").samefile(self.prefix)
+
+    def explorers(self) -> dict[int, str]:
+        """The folders that Explorers of this Windows show, by process id."""
+        lines = {process: line for process, line in self.programs().items() if line[0].endswith("explorer.exe")}
+        return {process: line[1] for process, line in lines.items() if line[1:] and line[1][1:2] == ":"}
+
+    def close_explorers(self) -> None:
+        for explorer in self.explorers():
+            os.kill(explorer, signal.SIGKILL)
 
     def shown_folders(self) -> list[str]:
         return list(self.explorers().values())
@@ -406,9 +430,9 @@ def way_of_isolation() -> str:
     return subprocess.run([ISOLATED, "--way"], check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
 
 
-def wine_environment() -> dict[str, str]:
+def wine_environment(prefix: Path = WINE_PREFIX) -> dict[str, str]:
     """The environment of scripts/support/wine-environment, without a display."""
-    script = f'. "{TOP}/scripts/support/wine-environment" "{WINE_PREFIX}" && env -0'
+    script = f'. "{TOP}/scripts/support/wine-environment" "{prefix}" && env -0'
     listed = subprocess.run(["bash", "-c", script], check=True, capture_output=True, text=True).stdout
     environment = dict(line.split("=", 1) for line in listed.split("\0") if line)
     environment.pop("DISPLAY", None)
