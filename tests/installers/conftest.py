@@ -1,0 +1,53 @@
+import os
+import sys
+from pathlib import Path
+
+import pytest
+
+sys.path.append(str(Path(__file__).resolve().parents[1] / "program"))
+pytest.register_assert_rewrite("setups")
+
+from inno import InnoWindows  # noqa: E402
+from machines import Windows  # noqa: E402
+from setups import everything  # noqa: E402
+
+
+@pytest.fixture(scope="module")
+def windows_is_up():
+    """The Windows of the whole-program tests, for programs of 64 bits alone and without a display."""
+    Windows.prepare()
+    yield
+    Windows.shut_down()
+
+
+@pytest.fixture
+def windows(windows_is_up, tmp_path):
+    return cleaned(Windows, tmp_path)
+
+
+@pytest.fixture
+def inno_windows(tmp_path):
+    """A Windows for programs of 32 bits too, with a display, started anew for each test."""
+    if "ORVEX_TEST_ALL_INSTALLERS" not in os.environ:
+        pytest.skip("takes a Debian of its own, which scripts/test makes if it is asked for installers or all")
+
+    with InnoWindows.started():
+        yield cleaned(InnoWindows, tmp_path)
+
+
+def cleaned(kind, scratch: Path):
+    kind.has_uninstall_entries = True  # which no test has registered, but a setup
+    return kind(scratch)
+
+
+@pytest.fixture
+def left(windows):
+    """Tells what is on the drive beyond what was there at the start: files, and folders without anything in them."""
+    before = everything(windows)
+
+    def added() -> list[str]:
+        paths = everything(windows)
+        parents = {path.parent for path in paths}
+        return sorted(windows.shown(path) for path in paths - before - parents)
+
+    return added

@@ -1,0 +1,51 @@
+"""The Windows that Inno Setup and its setups run on, which are programs of 32 bits."""
+
+import subprocess
+from contextlib import contextmanager
+
+from machines import BUILD, TOP, Windows, remove_all, wine_environment
+
+
+class InnoWindows(Windows):
+    """A Windows for programs of 32 and 64 bits, with a display, in a Debian of its own."""
+
+    debian = BUILD / "inno-machine"
+    prefix = debian / "windows"
+    display = ""
+
+    def clean(self) -> None:
+        super().clean()
+        remove_all(self.c / "Program Files (x86)", keep=["Internet Explorer", "Windows Media Player", "Windows NT"])
+        self.change_registry(
+            "[-HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall]"
+        )
+
+    @classmethod
+    def make(cls) -> None:
+        subprocess.run(cls.entered("true"), check=True)
+
+    @classmethod
+    def entered(cls, *command: str) -> list[str]:
+        enter = [str(TOP / "scripts" / "support" / "inno-machine"), str(cls.debian)]
+        return [*enter, "env", "--chdir=/windows/drive_c", *command]
+
+    @classmethod
+    def environment(cls) -> dict[str, str]:
+        environment = {name: value.replace(str(cls.debian), "") for name, value in wine_environment(cls.prefix).items()}
+        return environment | {"DISPLAY": cls.display}
+
+    @classmethod
+    @contextmanager
+    def started(cls):
+        """The Windows is up meanwhile, with a display that nobody sees."""
+        server = cls.entered("Xvfb", "-displayfd", "1", "-nolisten", "tcp")
+
+        with subprocess.Popen(server, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as display:
+            cls.display = ":" + display.stdout.readline().strip()
+
+            try:
+                cls.prepare()
+                yield
+            finally:
+                cls.shut_down()
+                display.terminate()

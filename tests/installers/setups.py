@@ -1,0 +1,141 @@
+"""Setups of the maker's products: built by the compiler of their family, and run as a user runs them."""
+
+import re
+import shutil
+import subprocess
+from itertools import product as each_with_each
+from pathlib import Path
+
+from machines import wait_for
+from runs import Run, failed, succeeded
+
+SOURCES = Path(__file__).resolve().parent / "setups"
+INNO_SILENTLY = ["/VERYSILENT", "/SUPPRESSMSGBOXES", "/NORESTART"]
+UNINSTALL_KEY = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
+
+
+def put(folder: Path, *files: str) -> None:
+    """Makes files, with their folders."""
+    for file in files:
+        path = folder / file
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(f"This is {path.name}.\n")
+
+
+def install_by_nsis(windows, name: str, *files: str, options: tuple[str, ...] = ()) -> None:
+    """Installs files below Program Files, the first of them in the product's own folder."""
+    source = windows.scratch / name
+    put(source, *files)
+    setup = windows.scratch / "product-setup.exe"
+    names = {"NAME": name, "FOLDER": Path(files[0]).parts[0], "FILES": source, "SETUP": setup}
+    makensis(SOURCES / "product.nsi", *(f"-D{key}={value}" for key, value in names.items()), *options)
+    run_setup(windows, setup, "/S")
+
+
+def makensis(script: Path, *options: str) -> None:
+    subprocess.run(["makensis", "-V2", "-WX", *options, script], check=True)
+
+
+def install_by_msi(windows, *files: str) -> None:
+    """Installs the product manager's package, which has these files for Program Files."""
+    source = windows.scratch / "files"
+    put(source, *files)
+    shutil.copy(SOURCES / "manager.wxs", source)
+    package = windows.c / "manager.msi"
+    subprocess.run(["wixl", "-a", "x64", "-o", package, "manager.wxs"], cwd=source, check=True)
+    assert windows.tool("msiexec", "/i", "C:\\manager.msi", "/qn").wait() == 0
+    package.unlink()
+
+
+def install_by_inno(windows, name: str, version: str, *files: str, options: tuple[str, ...] = ()) -> None:
+    """Installs files below Program Files, the first of them in the product's own folder."""
+    setup = build_by_inno(windows, name, version, *files, options=options)
+    run_setup(windows, setup, *INNO_SILENTLY)
+
+
+def build_by_inno(windows, name: str, version: str, *files: str, options: tuple[str, ...] = ()) -> Path:
+    workshop = windows.c / "workshop"
+    shutil.copytree(windows.debian / "innosetup", workshop / "innosetup")
+    shutil.copy(SOURCES / "product.iss", workshop)
+    put(workshop / "files", *files)
+    names = {"Name": name, "Version": version, "Folder": Path(files[0]).parts[0], "Files": "C:\\workshop\\files"}
+    defines = [f"/D{key}={value}" for key, value in names.items()]
+    compiler = ["C:\\workshop\\innosetup\\ISCC.exe", "/Q", *defines, *options, "/OC:\\workshop", "/Fproduct-setup"]
+    assert windows.tool(*compiler, "C:\\workshop\\product.iss").wait() == 0
+    setup = shutil.move(workshop / "product-setup.exe", windows.scratch / "product-setup.exe")
+    shutil.rmtree(workshop)
+    return setup
+
+
+def run_setup(windows, setup: Path, *options: str) -> None:
+    started = Path(shutil.copy(setup, windows.c))
+    assert windows.tool(windows.shown(started), *options).wait() == 0
+    started.unlink()
+
+
+def run_again(windows, *arguments: str, answers: str) -> Run:
+    """Runs the program without the traces of the run before."""
+    windows.close_explorers()
+    windows.log_file.unlink()
+    return windows.run(*arguments, answers=answers)
+
+
+def wait_for_end(windows, *programs: str) -> None:
+    """Waits until none of these programs is running any more."""
+
+    def ended() -> bool:
+        return not any(line[0].endswith(programs) for line in windows.programs().values())
+
+    assert wait_for(ended, seconds=60)
+
+
+def everything(windows) -> set[Path]:
+    """All that is on the drive, but for Windows' own and temporary files and the desktop."""
+    others = [windows.c / "windows", windows.home / "AppData" / "Local", windows.home / "Temp", windows.desktop]
+    others += windows.kept_by_system
+    return {path for path in windows.c.rglob("*") if not any(path.is_relative_to(other) for other in others)}
+
+
+def listed_programs(windows, bits: int = 64) -> dict[str, str]:
+    """The uninstallers in one of the two lists of installed programs, by the programs' names."""
+    query = windows.tool("reg", "query", UNINSTALL_KEY, "/s", f"/reg:{bits}", stdout=subprocess.PIPE, text=True)
+    entries = query.communicate()[0].split("HKEY_LOCAL_MACHINE\\")[1:]
+    values = (dict(re.findall(r"^ {4}(\w+) {4}REG\w+ {4}(.*)$", entry, re.MULTILINE)) for entry in entries)
+    return {value["DisplayName"]: value["UninstallString"] for value in values}
+
+
+def ways(folder: str) -> dict[str, str]:
+    """What a run may write of a folder that its uninstaller may still be removing."""
+    deleting = f"[time][Info] Deleting directory: {folder}\n"
+    seen_as_file = "[time][Warning] Directory is actually a file, attempting to delete file...\n"
+    return {
+        "the program removes it": deleting + f"[time][Info] Directory deleted: {folder}\n",
+        "the uninstaller has removed it": "",
+        "it goes between two looks at it": seen_as_file + f"[time][Info] File deleted: {folder}\n",
+        "something in it goes first": deleting + f"[time][Critical] Unable to delete directory: {folder}\n",
+    }
+
+
+def outcomes(machine, name: str, start: str, contested: list[str], rest: str = "") -> list[Run]:
+    """All that a run may be in which the uninstallers of these folders are still at work.
+
+    The transcript is the start, then one of the ways for each folder, the rest, and what that sums up to.
+    """
+    texts = each_with_each(*(ways(folder).values() for folder in contested))
+    return [outcome(machine, name, start, "".join(text) + rest) for text in texts]
+
+
+def outcome(machine, name: str, start: str, deletions: str) -> Run:
+    directories = deletions.count("Directory deleted:")
+    files = deletions.count("File deleted:")
+    totals = f"[time][Info] Directories removed: {directories}\n[time][Info] Files removed: {files}\n"
+
+    if "Unable" not in deletions:
+        return succeeded(machine, start + deletions + totals + f"[time][Info] {name} was successfully removed.\n")
+
+    if directories + files > 0:
+        verdict = f"[time][Warning] {name} was partially removed, but encountered some errors.\n"
+    else:
+        verdict = f"[time][Info] {name} encountered errors and could not be removed.\n"
+
+    return failed(start + deletions + totals + verdict)
