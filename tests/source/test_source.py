@@ -39,6 +39,19 @@ def test_pyflakes_finds_nothing():
     assert findings("pyflakes3", *python_sources()) == ""
 
 
+def test_a_checkout_on_windows_has_the_same_bytes(tmp_path):
+    git = ["git", "-c", "core.autocrlf=true", "-c", "advice.detachedHead=false"]
+    subprocess.run([*git, "worktree", "add", "--quiet", "--detach", tmp_path / "tree"], cwd=TOP, check=True)
+
+    try:
+        listed = subprocess.run(["git", "ls-files", "--eol"], cwd=tmp_path / "tree", check=True, capture_output=True)
+    finally:
+        subprocess.run(["git", "worktree", "remove", "--force", tmp_path / "tree"], cwd=TOP, check=True)
+
+    changed = [line for line in listed.stdout.decode().splitlines() if line.split()[0][2:] != line.split()[1][2:]]
+    assert changed == []
+
+
 def python_sources() -> list[str]:
     return tracked("*.py") + scripts("#!/usr/bin/python3")
 
