@@ -6,16 +6,21 @@
 #include <cstdio>
 #include <string>
 
+// Of a user who is an administrator: the own token, if it is the one without the rights.
 static HANDLE getUnelevatedToken()
 {
     HANDLE token = nullptr;
+    TOKEN_ELEVATION elevation = {};
     TOKEN_LINKED_TOKEN linked = {};
     DWORD size = 0;
 
-    if (OpenProcessToken (GetCurrentProcess(), TOKEN_QUERY, &token))
+    if (OpenProcessToken (GetCurrentProcess(), TOKEN_QUERY | TOKEN_DUPLICATE | TOKEN_ASSIGN_PRIMARY, &token))
+    {
+        GetTokenInformation (token, TokenElevation, &elevation, sizeof (elevation), &size);
         GetTokenInformation (token, TokenLinkedToken, &linked, sizeof (linked), &size);
+    }
 
-    return linked.LinkedToken;
+    return elevation.TokenIsElevated ? linked.LinkedToken : token;
 }
 
 // Skips this program's own name, which stands in quotes or has no blank.
