@@ -45,9 +45,3 @@ def test_the_readme_leads_to_every_folder():
     folders |= {"/".join(file.split("/")[:2]) for file in tracked if file.startswith("src/")}
 
     assert set(re.findall(r"^\| `(\S+)` \|", README.split("## Find your way")[1], re.MULTILINE)) == folders
-
-
-def test_the_package_has_the_programs_version():
-    (version,) = re.findall(r"^    VERSION ([\d.]+)$", (TOP / "CMakeLists.txt").read_text(), re.MULTILINE)
-
-    assert re.findall(r"OrvexCleaner-([\d.]+)-windows", README) == [version]
