@@ -36,18 +36,8 @@ def inno_windows(tmp_path):
 
 
 def cleaned(kind, scratch: Path):
+    """A machine that knows what is on its drive before any setup has run."""
     kind.has_uninstall_entries = True  # which no test has registered, but a setup
-    return kind(scratch)
-
-
-@pytest.fixture
-def left(windows):
-    """Tells what is on the drive beyond what was there at the start: files, and folders without anything in them."""
-    before = everything(windows)
-
-    def added() -> list[str]:
-        paths = everything(windows)
-        parents = {path.parent for path in paths}
-        return sorted(windows.shown(path) for path in paths - before - parents)
-
-    return added
+    machine = kind(scratch)
+    machine.clean_drive = everything(machine)
+    return machine

@@ -10,6 +10,7 @@ from machines import wait_for
 from runs import Run, failed, succeeded
 
 SOURCES = Path(__file__).resolve().parent / "setups"
+OK, YES = 1, 6  # the buttons of dialogs
 INNO_SILENTLY = ["/VERYSILENT", "/SUPPRESSMSGBOXES", "/NORESTART"]
 UNINSTALL_KEY = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
 
@@ -73,6 +74,11 @@ def run_setup(windows, setup: Path, *options: str) -> None:
     started.unlink()
 
 
+def press(windows, title: str, button: int) -> None:
+    """Presses a button of a dialog."""
+    assert windows.tool("C:\\tools\\AnswerDialog.exe", title, str(button)).wait(60) == 0
+
+
 def run_again(windows, *arguments: str, answers: str) -> Run:
     """Runs the program without the traces of the run before."""
     windows.close_explorers()
@@ -80,13 +86,13 @@ def run_again(windows, *arguments: str, answers: str) -> Run:
     return windows.run(*arguments, answers=answers)
 
 
-def wait_for_end(windows, *programs: str) -> None:
-    """Waits until none of these programs is running any more."""
+def wait_for_the_end_of_all(windows) -> None:
+    """Waits until nothing is running any more but Windows' own programs."""
 
     def ended() -> bool:
-        return not any(line[0].endswith(programs) for line in windows.programs().values())
+        return all(line[0].startswith("C:\\windows\\") for line in windows.programs().values())
 
-    assert wait_for(ended, seconds=60)
+    assert wait_for(ended, seconds=60), windows.programs()
 
 
 def everything(windows) -> set[Path]:
@@ -94,6 +100,13 @@ def everything(windows) -> set[Path]:
     others = [windows.c / "windows", windows.home / "AppData" / "Local", windows.home / "Temp", windows.desktop]
     others += windows.kept_by_system
     return {path for path in windows.c.rglob("*") if not any(path.is_relative_to(other) for other in others)}
+
+
+def left(windows) -> list[str]:
+    """What is on the drive that was not there before the setups: files, and folders without anything in them."""
+    paths = everything(windows)
+    parents = {path.parent for path in paths}
+    return sorted(windows.shown(path) for path in paths - windows.clean_drive - parents)
 
 
 def listed_programs(windows, bits: int = 64) -> dict[str, str]:

@@ -7,25 +7,27 @@ from contextlib import contextmanager
 import pytest
 
 from runs import failed, succeeded
-from setups import install_by_inno, listed_programs, outcomes, put, run_again, wait_for_end
+from setups import (
+    OK,
+    YES,
+    press,
+    install_by_inno,
+    left,
+    listed_programs,
+    outcomes,
+    put,
+    run_again,
+    wait_for_the_end_of_all,
+)
 
 ORVEX = ["Orvex/Orvex.exe", "Orvex/Licence.txt"]
 STUDIO = ["Orvex Studio/Orvex Studio.exe", "Orvex Studio/Licence.txt", "Common Files/VST3/Orvex.vst3/Orvex.vst3"]
 MANAGER = ["Orvex Product Manager/Orvex Product Manager.exe", "Orvex Product Manager/Licence.txt"]
-COPY = "_unins.tmp"
-
-OK, YES = 1, 6  # the buttons of a message box
 
 
 @pytest.fixture
 def windows(inno_windows):
     return inno_windows
-
-
-def answer(windows, title: str, button: int) -> None:
-    """Presses a button of a dialog, and waits for the uninstaller to end."""
-    assert windows.tool("C:\\tools\\AnswerDialog.exe", title, str(button)).wait(60) == 0
-    wait_for_end(windows, COPY)
 
 
 @contextmanager
@@ -37,7 +39,7 @@ def running_application(windows, mutex: str):
         yield
 
 
-def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows, left):
+def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows):
     install_by_inno(windows, "Orvex", "2.4.1", *ORVEX)
     install_by_inno(windows, "Orvex Studio", "5.0", *STUDIO)
     assert listed_programs(windows) == {
@@ -49,7 +51,7 @@ def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows,
     put(windows.user_data, "Orvex/recent.xml")
 
     run = windows.run("--clean=OrvexStudio", answers="y\n\n")
-    wait_for_end(windows, COPY)
+    wait_for_the_end_of_all(windows)
 
     start = """\
 [time][Info] Target: Orvex Studio
@@ -71,7 +73,7 @@ Y/n? [time][Info] Cleaning: Orvex Studio
     assert listed_programs(windows) == {}
 
     run_again(windows, "--clean=OrvexStudio", answers="y\n\n")  # for the case that both were at it
-    assert left() == ["C:\\Program Files\\Common Files\\VST3\\Another Maker.vst3"]
+    assert left(windows) == ["C:\\Program Files\\Common Files\\VST3\\Another Maker.vst3"]
 
     run = run_again(windows, "--clean=OrvexStudio", answers="y\n\n")
 
@@ -86,10 +88,10 @@ Y/n? [time][Info] Cleaning: Orvex Studio
     assert run == succeeded(windows, transcript)
 
 
-def test_an_uninstaller_that_asks_is_given_20_seconds_and_the_next_run_removes_what_it_leaves(windows, left):
+def test_an_uninstaller_that_asks_is_given_20_seconds_and_the_next_run_removes_what_it_leaves(windows):
     install_by_inno(windows, "Orvex Studio", "5.0", *STUDIO, options=("/DQuestion=Remove it?",))
     put(windows.user_data, "Orvex/recent.xml")
-    everything = left()
+    everything = left(windows)
     uninstallers = listed_programs(windows)
     start = time.monotonic()
 
@@ -109,10 +111,11 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Warning] Cleaning was aborted.
 """
     assert run == failed(transcript)
-    assert left() == everything
+    assert left(windows) == everything
     assert listed_programs(windows) == uninstallers
 
-    answer(windows, "Uninstall", YES)
+    press(windows, "Uninstall", YES)
+    wait_for_the_end_of_all(windows)
     run = run_again(windows, "--clean=OrvexStudio", answers="y\n\n")
 
     transcript = """\
@@ -128,14 +131,14 @@ Y/n? [time][Info] Cleaning: Orvex Studio
         "ROAMING", windows.shown(windows.user_data)
     )
     assert run == succeeded(windows, transcript)
-    assert left() == []
+    assert left(windows) == []
     assert listed_programs(windows) == {}
 
 
-def test_an_uninstaller_whose_application_is_running_waits_and_goes_on_once_that_was_closed(windows, left):
+def test_an_uninstaller_whose_application_is_running_waits_and_goes_on_once_that_was_closed(windows):
     install_by_inno(windows, "Orvex Product Manager", "2.0", *MANAGER, options=("/DMutex=OrvexProductManager",))
     put(windows.shared_data, "TessaraWorks/OrvexProductManager/partial.bin")
-    everything = left()
+    everything = left(windows)
     uninstallers = listed_programs(windows)
 
     with running_application(windows, "OrvexProductManager"):
@@ -154,10 +157,11 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Warning] Cleaning was aborted.
 """
     assert run == failed(transcript)
-    assert left() == everything
+    assert left(windows) == everything
     assert listed_programs(windows) == uninstallers
 
-    answer(windows, "Orvex Product Manager Uninstall", OK)
+    press(windows, "Orvex Product Manager Uninstall", OK)
+    wait_for_the_end_of_all(windows)
     run = run_again(windows, "--clean=ProductManager", answers="y\n\n")
 
     transcript = """\
@@ -171,13 +175,13 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 [time][Info] Orvex Product Manager was successfully removed.
 """
     assert run == succeeded(windows, transcript)
-    assert left() == ["C:\\ProgramData\\TessaraWorks"]
+    assert left(windows) == ["C:\\ProgramData\\TessaraWorks"]
     assert listed_programs(windows) == {}
 
 
-def test_an_installation_for_32_bits_is_not_found_and_what_lies_in_the_64_bit_folders_goes(windows, left):
+def test_an_installation_for_32_bits_is_not_found_and_what_lies_in_the_64_bit_folders_goes(windows):
     install_by_inno(windows, "Orvex Studio", "3.2", *STUDIO, options=("/DOld",))
-    installed = left()
+    installed = left(windows)
     put(windows.program_files, "Common Files/VST3/Orvex.vst3/Orvex.vst3")
     put(windows.user_data, "Orvex/recent.xml")
 
@@ -198,7 +202,7 @@ Y/n? [time][Info] Cleaning: Orvex Studio
         "ROAMING", windows.shown(windows.user_data)
     )
     assert run == succeeded(windows, transcript)
-    assert left() == sorted([*installed, "C:\\Program Files\\Common Files\\VST3"])
+    assert left(windows) == sorted([*installed, "C:\\Program Files\\Common Files\\VST3"])
     assert "C:\\Program Files (x86)\\Orvex Studio\\Orvex Studio.exe" in installed
     assert listed_programs(windows) == {}
     assert listed_programs(windows, bits=32) == {
@@ -206,4 +210,4 @@ Y/n? [time][Info] Cleaning: Orvex Studio
     }
 
     windows.tool("C:\\Program Files (x86)\\Orvex Studio\\unins000.exe", "/VERYSILENT").wait()
-    wait_for_end(windows, COPY)
+    wait_for_the_end_of_all(windows)

@@ -3,19 +3,19 @@
 import re
 
 from runs import failed, succeeded
-from setups import install_by_msi, listed_programs, put, run_again
+from setups import install_by_msi, left, listed_programs, put, run_again
 
 MANAGER = ["Orvex Product Manager/Orvex Product Manager.exe"]
 
 
-def test_a_package_is_left_alone_and_what_it_leaves_goes_after_it_was_uninstalled_by_hand(windows, left):
+def test_a_package_is_left_alone_and_what_it_leaves_goes_after_it_was_uninstalled_by_hand(windows):
     install_by_msi(windows, *MANAGER)
     put(windows.program_files, "Orvex Product Manager/settings.json")
     put(windows.user_data, "OrvexProductManager/account.json")
     account = windows.shown(windows.user_data / "OrvexProductManager" / "account.json")
     (command,) = listed_programs(windows).values()
     product = re.fullmatch(r"MsiExec\.exe /I(\{[0-9A-F-]+\})", command)[1]
-    everything = left()
+    everything = left(windows)
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
@@ -32,7 +32,7 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
 """
     assert run == failed(transcript)
     assert (
-        left()
+        left(windows)
         == everything
         == sorted(
             [
@@ -45,7 +45,7 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
     assert listed_programs(windows) == {"Orvex Product Manager": command}
 
     assert windows.tool("msiexec", "/x", product, "/qn").wait() == 0
-    assert left() == ["C:\\Program Files\\Orvex Product Manager\\settings.json", account]
+    assert left(windows) == ["C:\\Program Files\\Orvex Product Manager\\settings.json", account]
     run = run_again(windows, "--clean=ProductManager", answers="y\n\n")
 
     transcript = """\
@@ -63,5 +63,5 @@ Y/n? [time][Info] Cleaning: Orvex Product Manager
         "ROAMING", windows.shown(windows.user_data)
     )
     assert run == succeeded(windows, transcript)
-    assert left() == []
+    assert left(windows) == []
     assert listed_programs(windows) == {}

@@ -14,6 +14,9 @@ InstallDir "$PROGRAMFILES64\${FOLDER}"
 RequestExecutionLevel admin
 !define ENTRY "SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 
+UninstPage uninstConfirm
+UninstPage instfiles
+
 Section
     SetOutPath "$PROGRAMFILES64"
     File /r "${FILES}/*"
