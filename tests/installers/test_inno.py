@@ -10,11 +10,11 @@ from runs import failed, succeeded
 from setups import (
     OK,
     YES,
-    press,
     install_by_inno,
     left,
     listed_programs,
     outcomes,
+    press,
     put,
     run_again,
     wait_for_the_end_of_all,

@@ -4,12 +4,12 @@ from runs import failed, succeeded
 from setups import (
     OK,
     SOURCES,
-    press,
     install_by_nsis,
     left,
     listed_programs,
     makensis,
     outcomes,
+    press,
     put,
     run_again,
     wait_for_the_end_of_all,
