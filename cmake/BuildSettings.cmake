@@ -1,12 +1,3 @@
-# A build that is told nothing is an optimised one. JUCE checks itself in debug builds only, and then
-# it also writes to the standard error.
-
-get_property (has_several_types GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
-
-if (NOT has_several_types AND NOT CMAKE_BUILD_TYPE)
-    set (CMAKE_BUILD_TYPE Release CACHE STRING "The kind of build" FORCE)
-endif()
-
 set (CMAKE_CXX_STANDARD 17)
 set (CMAKE_CXX_STANDARD_REQUIRED ON)
 set (CMAKE_CXX_EXTENSIONS OFF)

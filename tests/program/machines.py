@@ -153,6 +153,7 @@ class Windows(Machine):
 
     prefix = WINE_PREFIX
     newline = b"\r\n"
+    build = BUILD / "windows"
     has_uninstall_entries = True  # of an earlier test, perhaps
 
     def __init__(self, scratch: Path):
@@ -215,8 +216,8 @@ class Windows(Machine):
         remove_all(self.program_files / "Common Files", keep=["Microsoft Shared", "System"])
         remove_all(self.c, keep=["Program Files", "Program Files (x86)", "ProgramData", "users", "windows"])
 
-        tools = BUILD / "windows" / "tests"
-        shutil.copy(BUILD / "windows" / "OrvexCleaner.exe", self.program)
+        tools = self.build / "tests"
+        shutil.copy(self.build / "OrvexCleaner.exe", self.program)
         shutil.copytree(tools, self.c / "tools", ignore=lambda folder, names: [n for n in names if ".exe" not in n])
 
         if self.has_uninstall_entries:
@@ -243,7 +244,7 @@ class Windows(Machine):
     def place_uninstaller(self, file: Path, *orders: str) -> None:
         """Places a stub that notes how it was called and obeys its orders; see StubUninstaller.h for them."""
         file.parent.mkdir(parents=True, exist_ok=True)
-        shutil.copy(BUILD / "windows" / "tests" / "StubUninstaller.exe", file)
+        shutil.copy(self.build / "tests" / "StubUninstaller.exe", file)
         file.with_suffix(".orders").write_text("".join(f"{order}\n" for order in orders))
 
     def calls(self, file: Path) -> list[str]:

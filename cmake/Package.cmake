@@ -1,0 +1,7 @@
+# What scripts/package packs: the program and two texts, with the line ends of Windows.
+
+configure_file (docs/guide.md guide.txt @ONLY NEWLINE_STYLE WIN32)
+configure_file (docs/third-party-notices.txt third-party-notices.txt @ONLY NEWLINE_STYLE WIN32)
+
+install (TARGETS OrvexCleaner DESTINATION .)
+install (FILES "${CMAKE_CURRENT_BINARY_DIR}/guide.txt" "${CMAKE_CURRENT_BINARY_DIR}/third-party-notices.txt" DESTINATION .)
