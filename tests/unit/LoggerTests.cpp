@@ -1,4 +1,5 @@
 #include "Console.h"
+#include "LiveTexts.h"
 #include "RecordingLogger.h"
 #include "TemporaryFolder.h"
 #include "logging/DefaultLogger.h"
@@ -306,6 +307,19 @@ TEST (LogFilter, SendsEachLevelWhereTheSettingsSay)
                 EXPECT_EQ (withoutStamps (console.output()), expectedOnConsole.toStdString());
                 EXPECT_EQ (withoutStamps (bytesOf (file).substr (lengthOfBanner)), expectedInFile.toStdString());
             }
+}
+
+TEST (LogFilter, FormatsNoMessageThatIsDropped)
+{
+    const Console console;
+    LoggerWithoutStamps logger;
+    logger.minimumLevel = Info;
+    const juce::String message ("dropped");
+
+    const auto textsBefore = countTextsMade();
+    logger.log (Debug, message);
+
+    EXPECT_EQ (countTextsMade(), textsBefore);
 }
 
 TEST (LogFilter, LetsNothingOutWhenAllGoesToAFileThatIsNotThere)

@@ -1,5 +1,6 @@
 #include "Console.h"
 #include "FileAccess_linux.h"
+#include "Mutexes_linux.h"
 #include "TemporaryFolder.h"
 #include "logging/DefaultLogger.h"
 
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <future>
+#include <system_error>
 
 using namespace TessaraWorks;
 
@@ -72,6 +74,34 @@ TEST (LogFile, StaysAttachedUntilTheNextOneIsComplete)
 
     EXPECT_EQ (pathWhenTheSecondIsMade, first.getFullPathName());
     EXPECT_EQ (logger.getLogFilePath(), second.getFullPathName());
+}
+
+TEST (LogFile, IsReplacedBeforeTheOldOneIsDeletedAndClearedBeforeItIsToo)
+{
+    const TemporaryFolder folder;
+    const auto second = folder.getChildFile ("second");
+    DefaultLogger logger;
+    logger.openLogFile (folder.getChildFile ("first"), "one", -1);
+
+    Mutexes mutexes;
+    juce::StringArray pathsWhenOneIsDeleted;
+    mutexes.onDestruction = [&] { pathsWhenOneIsDeleted.add (logger.getLogFilePath()); }; // each has a mutex
+    logger.openLogFile (second, "two", -1);
+    logger.closeLogFile();
+
+    EXPECT_EQ (pathsWhenOneIsDeleted, juce::StringArray (second.getFullPathName(), ""));
+}
+
+TEST (LoggerConsole, LetsAFailureToLockItOutThroughTheCaller)
+{
+    const Console console;
+    DefaultLogger logger;
+    Mutexes mutexes;
+    mutexes.cannotBeLocked = true;
+
+    EXPECT_THROW (logger.write ("text"), std::system_error);
+    EXPECT_THROW (logger.log (Info, "message"), std::system_error);
+    EXPECT_EQ (console.output(), "");
 }
 
 TEST (LogFilter, ReadsTheClockOnceForAMessageAndNotAtAllForADroppedOne)

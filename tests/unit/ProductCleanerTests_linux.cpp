@@ -1,4 +1,5 @@
 #include "FileAccess_linux.h"
+#include "Mutexes_linux.h"
 #include "RecordingLogger.h"
 #include "TemporaryFolder.h"
 #include "TestCleaner.h"
@@ -108,6 +109,20 @@ TEST (ProductCleaner, TriesOnceToDeleteWhatCannotBeDeleted)
                         pathOf (listedAsItself),
                         pathOf (inADirectoryListedAsAFile),
                         pathOf (inADirectoryListedAsAFile.getParentDirectory()) }));
+}
+
+TEST (ProductCleaner, TakesNoLock)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    TestCleaner cleaner;
+    cleaner.addDirectory (folder.makeFile ("directory/file").getParentDirectory());
+    cleaner.files.add (folder.makeFile ("file"));
+
+    const Mutexes mutexes;
+    cleaner.clean();
+
+    EXPECT_EQ (mutexes.attempts, 0);
 }
 
 TEST (ProductCleaner, TellsPathsApartThatDifferInCase)

@@ -20,7 +20,7 @@ public:
     /** What postClean() does. */
     std::function<void (TessaraWorks::CleanResult&)> after = [] (TessaraWorks::CleanResult&) {};
 
-private:
+protected:
     void preClean (TessaraWorks::CleanResult& result) override { before (result); }
     void postClean (TessaraWorks::CleanResult& result) override { after (result); }
 };

@@ -1,0 +1,69 @@
+#include "TestCleaner.h"
+#include "cleaning/ContentCleaner.h"
+#include "logging/DefaultLogger.h"
+#include "products/CompanyCleaner.h"
+#include "products/OrvexStudioCleaner.h"
+#include "products/ProductManagerCleaner.h"
+#include "products/VelantoneMediaServerCleaner.h"
+
+#include <gtest/gtest.h>
+
+#include <cxxabi.h>
+
+#include <cstring>
+#include <type_traits>
+
+using namespace TessaraWorks;
+
+// What the language keeps to itself, and the compilers on Linux tell.
+
+/** Returns the name of the only base of a class, if it has one. */
+template <typename Class>
+static std::string baseOf()
+{
+    if (const auto* derived = dynamic_cast<const abi::__si_class_type_info*> (&typeid (Class)))
+        return derived->__base_type->name();
+
+    return typeid (typeid (Class)) == typeid (abi::__class_type_info) ? "none" : "several";
+}
+
+TEST (Structure, HasNoClassesButTheTwoAndThoseThatDeriveFromThem)
+{
+    EXPECT_EQ (baseOf<LogInterface>(), "none");
+    EXPECT_EQ (baseOf<DefaultLogger>(), typeid (LogInterface).name());
+
+    EXPECT_EQ (baseOf<ProductCleaner>(), "none");
+    EXPECT_EQ (baseOf<ContentCleaner>(), typeid (ProductCleaner).name());
+    EXPECT_EQ (baseOf<OrvexStudioCleaner>(), typeid (ProductCleaner).name());
+    EXPECT_EQ (baseOf<VelantoneMediaServerCleaner>(), typeid (ProductCleaner).name());
+    EXPECT_EQ (baseOf<ProductManagerCleaner>(), typeid (ProductCleaner).name());
+    EXPECT_EQ (baseOf<CompanyCleaner>(), typeid (ProductCleaner).name());
+}
+
+/** Returns the place of a virtual operation among those of its class, behind the two that a destructor takes. */
+template <typename Operation>
+static std::ptrdiff_t placeOf (Operation operation)
+{
+    std::ptrdiff_t offset = 0; // in bytes and more by one, if the operation is virtual
+    std::memcpy (&offset, &operation, sizeof (offset));
+    return (offset - 1) / static_cast<std::ptrdiff_t> (sizeof (void*)) - 2;
+}
+
+TEST (Structure, HasTheVirtualOperationsInTheirOrder)
+{
+    EXPECT_EQ (placeOf (&LogInterface::write), 0);
+    EXPECT_EQ (placeOf (&LogInterface::log), 1);
+    EXPECT_EQ (placeOf (&LogInterface::openLogFile), 2);
+    EXPECT_EQ (placeOf (&LogInterface::getLogFilePath), 3);
+    EXPECT_EQ (placeOf (&LogInterface::closeLogFile), 4);
+
+    struct Opened : TestCleaner
+    {
+        using TestCleaner::postClean;
+        using TestCleaner::preClean;
+    };
+
+    EXPECT_EQ (placeOf (&ProductCleaner::getProductName), 0);
+    EXPECT_EQ (placeOf (&Opened::preClean), 1);
+    EXPECT_EQ (placeOf (&Opened::postClean), 2);
+}
