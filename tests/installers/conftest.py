@@ -9,7 +9,7 @@ pytest.register_assert_rewrite("setups")
 
 from inno import InnoWindows  # noqa: E402
 from machines import Windows  # noqa: E402
-from setups import everything  # noqa: E402
+from setups import copies_of_nsis, everything  # noqa: E402
 
 
 @pytest.fixture(scope="module")
@@ -39,5 +39,9 @@ def cleaned(kind, scratch: Path):
     """A machine that knows what is on its drive before any setup has run."""
     kind.has_uninstall_entries = True  # which no test has registered, but a setup
     machine = kind(scratch)
+
+    for copy in copies_of_nsis(machine):
+        copy.unlink()
+
     machine.clean_drive = everything(machine)
     return machine

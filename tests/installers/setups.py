@@ -106,6 +106,11 @@ def wait_for_the_end_of_all(windows) -> None:
     assert wait_for(ended, seconds=60), windows.programs()
 
 
+def copies_of_nsis(windows) -> list[Path]:
+    """The copies of themselves that uninstallers have started, which stay until Windows is started again."""
+    return list(windows.home.rglob("~nsu*.tmp/*.exe"))
+
+
 def everything(windows) -> set[Path]:
     """All that is on the drive, but for Windows' own and temporary files and the desktop."""
     others = [windows.c / "windows", windows.home / "AppData" / "Local", windows.home / "Temp", windows.desktop]

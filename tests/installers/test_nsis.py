@@ -4,6 +4,7 @@ from runs import failed, succeeded
 from setups import (
     OK,
     SOURCES,
+    copies_of_nsis,
     install_by_nsis,
     left,
     listed_programs,
@@ -44,6 +45,7 @@ Y/n? [time][Info] Cleaning: Orvex Studio
     )
     assert run == succeeded(windows, transcript)
     wait_for_the_end_of_all(windows)
+    assert len(copies_of_nsis(windows)) == 1
     assert left(windows) == ["C:\\Program Files\\Common Files\\VST3"]
     assert listed_programs(windows) == {"Orvex Studio 5": '"C:\\Program Files\\Orvex Studio\\uninstall.exe"'}
 
