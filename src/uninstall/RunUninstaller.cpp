@@ -14,6 +14,7 @@ bool runUninstaller (const juce::String& uninstallerPath, juce::uint32& exitCode
     if (arguments.isNotEmpty())
         commandLine << " " << arguments;
 
+    // Where there is no such program, the library's debug build complains.
     juce::ChildProcess uninstaller;
     const auto finished = uninstaller.start (commandLine) && uninstaller.waitForProcessToFinish (timeLimitMilliseconds);
 
