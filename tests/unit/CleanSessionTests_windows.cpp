@@ -20,20 +20,20 @@ TEST_F (CleanSessionAtItsEnd, PreparesTheShellBetweenTheWaitAndTheShowingOfTheLo
     console.onRead = [] { events.push_back ("read"); };
     events.clear();
 
-    const ReplacedImport initialise (
+    const ReplacedImport<decltype (CoInitialize)> initialise (
         "CoInitialize",
-        +[] (void* reserved) -> HRESULT
+        [] (void* reserved) -> HRESULT
         {
             events.push_back (reserved == nullptr ? "CoInitialize" : "CoInitialize with");
             return E_FAIL;
         });
-    const ReplacedImport load (
-        "LoadLibraryW",
-        +[] (const wchar_t* name) -> HMODULE
-        {
-            events.push_back ("load " + juce::String (name).toStdString());
-            return nullptr;
-        });
+    const ReplacedImport<decltype (LoadLibraryW)> load ("LoadLibraryW",
+                                                        [] (const wchar_t* name) -> HMODULE
+                                                        {
+                                                            events.push_back ("load "
+                                                                              + juce::String (name).toStdString());
+                                                            return nullptr;
+                                                        });
 
     cleanCommand (juce::ArgumentList ("OrvexCleaner", juce::String ("--clean=Content")));
 

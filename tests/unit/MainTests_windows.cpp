@@ -7,8 +7,8 @@ using namespace TessaraWorks;
 TEST_F (Main, ClosesTheLogFileAndThenClearsTheLoggerAfterARefusal)
 {
     const Console console;
-    const ReplacedImport refusal (
-        "OpenProcessToken", +[] (HANDLE, DWORD, HANDLE*) -> BOOL { return FALSE; });
+    const ReplacedImport<decltype (OpenProcessToken)> refusal ("OpenProcessToken",
+                                                               [] (HANDLE, DWORD, HANDLE*) -> BOOL { return FALSE; });
 
     EXPECT_EQ (run ("--version"), 1);
     EXPECT_EQ (console.output(), "");

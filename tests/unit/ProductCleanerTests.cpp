@@ -1,3 +1,4 @@
+#include "DeletionAttempts.h"
 #include "RecordingLogger.h"
 #include "TemporaryFolder.h"
 #include "TestCleaner.h"
@@ -398,6 +399,32 @@ TEST (ProductCleaner, ReportsOneUndeletableFileDeepInATreeOnceAndRemovesTheRest)
                         "Info: Directories removed: 0",
                         "Info: Files removed: 0",
                         "Info: Product encountered errors and could not be removed." }));
+}
+
+TEST (ProductCleaner, TriesOnceToDeleteWhatCannotBeDeleted)
+{
+    const RecordingLogger logger;
+    const TemporaryFolder folder;
+    const auto listedAsItself = folder.makeUndeletableFile ("1/file");
+    const auto listedAsADirectory = folder.makeUndeletableFile ("2/file");
+    const auto inADirectory = folder.makeUndeletableFile ("3/file");
+    const auto inADirectoryListedAsAFile = folder.makeUndeletableFile ("4/file");
+    TestCleaner cleaner;
+    cleaner.addDirectory (listedAsADirectory);
+    cleaner.addDirectory (inADirectory.getParentDirectory());
+    cleaner.files.add (listedAsItself);
+    cleaner.files.add (inADirectoryListedAsAFile.getParentDirectory());
+
+    const DeletionAttempts attempts;
+    cleaner.clean();
+
+    EXPECT_EQ (attempts.getPaths(),
+               (Lines { pathOf (listedAsADirectory),
+                        pathOf (inADirectory),
+                        pathOf (inADirectory.getParentDirectory()),
+                        pathOf (listedAsItself),
+                        pathOf (inADirectoryListedAsAFile),
+                        pathOf (inADirectoryListedAsAFile.getParentDirectory()) }));
 }
 
 TEST (ProductCleaner, CarriesOnAfterAFailureAndCallsTheProductPartiallyRemoved)

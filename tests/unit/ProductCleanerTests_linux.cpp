@@ -85,32 +85,6 @@ TEST (ProductCleaner, FailsATreeThatGrowsAfterItWasListedAndLeavesWhatIsNew)
                         "Info: Product encountered errors and could not be removed." }));
 }
 
-TEST (ProductCleaner, TriesOnceToDeleteWhatCannotBeDeleted)
-{
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto listedAsItself = folder.makeUndeletableFile ("1/file");
-    const auto listedAsADirectory = folder.makeUndeletableFile ("2/file");
-    const auto inADirectory = folder.makeUndeletableFile ("3/file");
-    const auto inADirectoryListedAsAFile = folder.makeUndeletableFile ("4/file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (listedAsADirectory);
-    cleaner.addDirectory (inADirectory.getParentDirectory());
-    cleaner.files.add (listedAsItself);
-    cleaner.files.add (inADirectoryListedAsAFile.getParentDirectory());
-
-    const DeletionAttempts attempts;
-    cleaner.clean();
-
-    EXPECT_EQ (attempts.getPaths(),
-               (Lines { pathOf (listedAsADirectory),
-                        pathOf (inADirectory),
-                        pathOf (inADirectory.getParentDirectory()),
-                        pathOf (listedAsItself),
-                        pathOf (inADirectoryListedAsAFile),
-                        pathOf (inADirectoryListedAsAFile.getParentDirectory()) }));
-}
-
 TEST (ProductCleaner, TakesNoLock)
 {
     const RecordingLogger logger;

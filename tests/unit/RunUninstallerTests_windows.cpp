@@ -68,18 +68,18 @@ TEST (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
     static Lines calls;
     calls.clear();
 
-    const ReplacedImport start (
+    const ReplacedImport<decltype (CreateProcessW)> start (
         "CreateProcessW",
-        +[] (const wchar_t* program,
-             wchar_t* commandLine,
-             SECURITY_ATTRIBUTES*,
-             SECURITY_ATTRIBUTES*,
-             BOOL inheritsHandles,
-             DWORD flags,
-             void* environment,
-             const wchar_t* folder,
-             STARTUPINFOW* startup,
-             PROCESS_INFORMATION*) -> BOOL
+        [] (const wchar_t* program,
+            wchar_t* commandLine,
+            SECURITY_ATTRIBUTES*,
+            SECURITY_ATTRIBUTES*,
+            BOOL inheritsHandles,
+            DWORD flags,
+            void* environment,
+            const wchar_t* folder,
+            STARTUPINFOW* startup,
+            PROCESS_INFORMATION*) -> BOOL
         {
             calls.push_back (juce::String (commandLine).toStdString());
             EXPECT_TRUE (program == nullptr && environment == nullptr && folder == nullptr);
@@ -104,13 +104,12 @@ TEST (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
     static BOOL (*getExitCode) (HANDLE, DWORD*) = nullptr;
 
     const FastClock clock;
-    const ReplacedImport askLater (
-        "GetExitCodeProcess",
-        +[] (HANDLE process, DWORD* exitCode) -> BOOL
-        {
-            WaitForSingleObject (process, INFINITE);
-            return getExitCode (process, exitCode);
-        });
+    const ReplacedImport<decltype (GetExitCodeProcess)> askLater ("GetExitCodeProcess",
+                                                                  [] (HANDLE process, DWORD* exitCode) -> BOOL
+                                                                  {
+                                                                      WaitForSingleObject (process, INFINITE);
+                                                                      return getExitCode (process, exitCode);
+                                                                  });
     getExitCode = askLater.original;
 
     RecordingLogger logger;

@@ -106,6 +106,47 @@ TEST (OrvexStudioUninstall, CountsARefusedRegistryAsNothingRegistered)
     EXPECT_TRUE (result.success);
 }
 
+TEST (OrvexStudioUninstall, FailsWithTheFirstStartAlthoughTheSecondLookupIsRefused)
+{
+    RecordingLogger logger;
+    RecordingRegistry registry;
+    registry.entries = { { "Version", terminated (u"Orvex version 4"), {} } };
+    registry.refuses = [&] (const std::string&) { return registry.calls.size() == 7; }; // the six of the first lookup
+
+    CleanResult result;
+
+    {
+        NoFreeFileHandles limit;
+        preClean<OrvexStudioCleaner> (result);
+    }
+
+    EXPECT_EQ (logger.lines,
+               (Lines { "Warning: Cleaner failed to launch the uninstaller.",
+                        "Info: Uninstaller exit code: 0",
+                        "Info: Existing Orvex software installation detected.",
+                        "Info: Please first uninstall this software using Add/Remove Programs.",
+                        "Info: You can re-run this cleaner after Orvex has been uninstalled to clean up any final "
+                        "files.",
+                        "Critical: Failed to open the Windows registry key: "
+                        "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall" }));
+    EXPECT_FALSE (result.success);
+}
+
+TEST (ProductManagerUninstall, CountsARefusedRegistryAsNothingRegistered)
+{
+    RecordingLogger logger;
+    RecordingRegistry registry;
+    registry.refuses = [] (const std::string&) { return true; };
+
+    CleanResult result;
+    preClean<ProductManagerCleaner> (result);
+
+    EXPECT_EQ (logger.lines,
+               Lines { "Critical: Failed to open the Windows registry key: "
+                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall" });
+    EXPECT_TRUE (result.success);
+}
+
 TEST (OrvexStudioUninstall, LeavesOneKeyOpenForEachProductFound)
 {
     RecordingLogger logger;
