@@ -17,5 +17,12 @@ if (MSVC)
     target_link_options (OrvexCleaner PRIVATE /STACK:${stack_bytes} /MANIFEST:NO /DEPENDENTLOADFLAG:0x800)
 else()
     target_sources (OrvexCleaner PRIVATE src/app/Image_windows.c)
-    target_link_options (OrvexCleaner PRIVATE -Wl,--stack,${stack_bytes})
+    target_link_options (OrvexCleaner PRIVATE -Wl,--stack,${stack_bytes} -Wl,-Xlink=-map:OrvexCleaner.map)
+
+    # With the copy and the map, the addresses in a report of a crash can be read.
+    if (CMAKE_BUILD_TYPE STREQUAL Release)
+        add_custom_command (TARGET OrvexCleaner POST_BUILD
+            COMMAND ${CMAKE_COMMAND} -E copy OrvexCleaner.exe OrvexCleaner-unstripped.exe
+            COMMAND ${CMAKE_STRIP} OrvexCleaner.exe)
+    endif()
 endif()

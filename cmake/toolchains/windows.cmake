@@ -28,7 +28,7 @@ set (CMAKE_CXX_FLAGS_RELEASE_INIT "-Os -ffunction-sections -fdata-sections")
 set (CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE_INIT}" CACHE STRING "")
 set (CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE_INIT}" CACHE STRING "")
 set (CMAKE_EXE_LINKER_FLAGS_INIT "-static -fuse-ld=lld -L${gcc_dir} -Wl,--gc-sections -Wl,--no-insert-timestamp")
-set (CMAKE_EXE_LINKER_FLAGS_RELEASE_INIT "-Wl,-s")
+set (CMAKE_EXE_LINKER_FLAGS_RELEASE_INIT "-Wl,-S")
 set (CMAKE_CXX_STANDARD_LIBRARIES "-lpthread" CACHE STRING "")
 
 set (CMAKE_FIND_ROOT_PATH /usr/${triple})
