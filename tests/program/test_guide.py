@@ -7,9 +7,11 @@ import pytest
 
 from machines import STAMP, TOP, wine_environment
 from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS
+from release import SUPPORT_ADDRESS
 from texts import BANNER, FAILURE, LOG_BANNER
 
-GUIDE = (TOP / "docs" / "guide.md").read_text()
+# As the build makes it for the package.
+GUIDE = (TOP / "docs" / "guide.md").read_text().replace("@ORVEX_CLEANER_SUPPORT_ADDRESS@", SUPPORT_ADDRESS)
 FIRST_SCREEN, _, REFERENCE = GUIDE.partition("\nContents\n--------\n")
 
 
