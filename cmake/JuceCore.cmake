@@ -49,6 +49,7 @@ if (juce_version VERSION_LESS 7.0.4 OR juce_version VERSION_GREATER_EQUAL 7.1)
 endif()
 
 message (STATUS "JUCE ${juce_version} in ${juce_modules}")
+set (ORVEX_JUCE_VERSION "${juce_version}" CACHE INTERNAL "For the bill of materials")
 
 add_library (juce_core STATIC src/juce/juce_core.cpp)
 target_include_directories (juce_core SYSTEM PUBLIC "${juce_modules}")

@@ -1,0 +1,17 @@
+// Says whether the bill of materials on the standard input has the form of CycloneDX and licences of SPDX.
+
+const { Spec, Validation } = require("@cyclonedx/cyclonedx-library")
+const parseLicence = require("spdx-expression-parse")
+
+async function validate(text) {
+    const errors = await new Validation.JsonStrictValidator(Spec.Version.v1dot6).validate(text)
+
+    if (errors)
+        throw new Error(JSON.stringify(errors, null, 2))
+
+    for (const component of JSON.parse(text).components)
+        for (const licence of component.licenses)
+            parseLicence(licence.expression)
+}
+
+validate(require("fs").readFileSync(0, "utf8")).then(() => console.log("valid"), error => console.log(error.message))
