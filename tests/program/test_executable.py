@@ -95,7 +95,7 @@ def test_has_a_stack_for_folders_as_deep_as_a_path_is_long(described):
 
 
 def test_is_small(windows_executable):
-    assert windows_executable.stat().st_size <= 1_100_000
+    assert windows_executable.stat().st_size <= 850_000
 
 
 def test_tells_neither_when_nor_where_it_was_built(described, windows_executable):
