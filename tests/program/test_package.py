@@ -644,6 +644,18 @@ def test_finds_a_record_of_another_package(sources, elsewhere, tmp_path):
     assert run.returncode == 1
 
 
+def test_finds_a_changed_byte_of_the_zip(sources, elsewhere, tmp_path):
+    packed = copy(sources, tmp_path)
+    content = bytearray(packed.read_bytes())
+    content[len(content) // 2] ^= 1
+    packed.write_bytes(content)
+
+    run = verify(elsewhere, packed)
+
+    assert re.fullmatch(r"Different: OrvexCleaner\.exe cannot be unpacked: .+\n", run.stdout)
+    assert run.returncode == 1
+
+
 def test_verifies_nothing_that_is_no_package(elsewhere, tmp_path):
     (tmp_path / PACKAGE).write_text("no zip")
 
