@@ -22,6 +22,7 @@ def windows_is_up():
 
 @pytest.fixture
 def windows(windows_is_up, tmp_path):
+    Windows.has_uninstall_entries = True  # which no test has registered, but a setup
     return cleaned(Windows, tmp_path)
 
 
@@ -37,7 +38,6 @@ def inno_windows(tmp_path):
 
 def cleaned(kind, scratch: Path):
     """A machine that knows what is on its drive before any setup has run."""
-    kind.has_uninstall_entries = True  # which no test has registered, but a setup
     machine = kind(scratch)
 
     for copy in copies_of_nsis(machine):

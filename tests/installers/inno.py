@@ -3,7 +3,7 @@
 import subprocess
 from contextlib import contextmanager
 
-from machines import BUILD, TOP, Windows, remove_all, wine_environment
+from machines import BUILD, TOP, UNINSTALL_KEY, Windows, remove_all, wine_environment
 
 
 class InnoWindows(Windows):
@@ -12,13 +12,16 @@ class InnoWindows(Windows):
     debian = BUILD / "inno-machine"
     prefix = debian / "windows"
     display = ""
+    has_uninstall_entries = False  # clean() removes them
 
     def clean(self) -> None:
         super().clean()
         remove_all(self.c / "Program Files (x86)", keep=["Internet Explorer", "Windows Media Player", "Windows NT"])
-        self.change_registry(
-            "[-HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall]"
-        )
+
+        # Its regedit would delete the entries for 32 bits alone.
+        for action, bits in (("delete", 32), ("delete", 64), ("add", 64)):
+            silently = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+            self.tool("reg", action, UNINSTALL_KEY, "/f", f"/reg:{bits}", **silently).wait()
 
     @classmethod
     def make(cls) -> None:

@@ -6,13 +6,12 @@ import subprocess
 from itertools import product as each_with_each
 from pathlib import Path
 
-from machines import wait_for
+from machines import UNINSTALL_KEY, wait_for
 from runs import Run, failed, succeeded
 
 SOURCES = Path(__file__).resolve().parent / "setups"
 OK, YES = 1, 6  # the buttons of dialogs
 INNO_SILENTLY = ["/VERYSILENT", "/SUPPRESSMSGBOXES", "/NORESTART"]
-UNINSTALL_KEY = "HKLM\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
 
 
 def put(folder: Path, *files: str) -> None:
@@ -130,7 +129,7 @@ def listed_programs(windows, bits: int = 64) -> dict[str, str]:
     query = windows.tool("reg", "query", UNINSTALL_KEY, "/s", f"/reg:{bits}", stdout=subprocess.PIPE, text=True)
     entries = query.communicate()[0].split("HKEY_LOCAL_MACHINE\\")[1:]
     values = (dict(re.findall(r"^ {4}(\w+) {4}REG\w+ {4}(.*)$", entry, re.MULTILINE)) for entry in entries)
-    return {value["DisplayName"]: value["UninstallString"] for value in values}
+    return {value["DisplayName"]: value["UninstallString"] for value in values if value}
 
 
 def ways(folder: str) -> dict[str, str]:
