@@ -9,6 +9,8 @@ import re
 import shutil
 import signal
 import subprocess
+import sys
+import tempfile
 import time
 from contextlib import contextmanager
 from functools import cache
@@ -21,7 +23,7 @@ from texts import FAILURE
 BUILD = TOP / "build"
 ISOLATED = TOP / "tests" / "isolated"
 AS_IN_CONTAINER = TOP / "scripts" / "support" / "as-in-container"
-WINE_PREFIX = BUILD / "test-windows"
+WINE_PREFIX = BUILD / ("test-windows" + os.environ.get("PYTEST_XDIST_WORKER", ""))  # one for each worker
 REQUIRES_ADMINISTRATOR = b'level="requireAdministrator"'
 AS_INVOKER = b'level="asInvoker"'
 UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
@@ -33,6 +35,15 @@ START = re.compile(
     r"(?<=Log started: )(?:[1-9]|[12]\d|3[01]) (?:Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) \d{4} "
     r"(?:[1-9]|1[0-2]):[0-5]\d:[0-5]\d[ap]m(?=\r\n)"
 )
+
+
+# A process of Wine's that dies so has done its work, but its exit code is lost.
+DEATH_AT_THE_END = "Inconsistency detected by ld.so: dl-fini.c"
+WINE_MESSAGE = re.compile(rf"^(?:[0-9a-f]{{4}}:[a-z]+:[a-z]+:|{DEATH_AT_THE_END}).*\n".encode(), re.MULTILINE)
+
+
+class VoidRun(BaseException):
+    """A run that tells nothing about the program. The test is repeated from its beginning."""
 
 
 class Machine:
@@ -138,7 +149,8 @@ class Machine:
         return self.text(self.scratch / "errors")
 
     def text(self, file: Path) -> str:
-        return STAMP.sub("[time]", without_line_ends(file.read_bytes(), self.newline))
+        content = WINE_MESSAGE.sub(b"", file.read_bytes())
+        return STAMP.sub("[time]", without_line_ends(content, self.newline))
 
     def log(self) -> str | None:
         if not self.log_file.is_file():
@@ -174,18 +186,43 @@ class Windows(Machine):
     @classmethod
     def make(cls) -> None:
         """Makes the Windows, if it is not there yet."""
-        subprocess.run([TOP / "scripts" / "support" / "wine-prefix", cls.prefix], check=True)
+        cls.carry_out(TOP / "scripts" / "support" / "wine-prefix", cls.prefix)
 
     @classmethod
     def prepare(cls) -> None:
         """Makes the Windows, if it is not there yet, and starts it."""
         cls.make()
         cls.shut_down()  # an interrupted run may have left it on
-        subprocess.run(cls.entered("wineserver", "--persistent"), env=cls.environment(), check=True)
+        cls.carry_out("wineserver", "--persistent")
 
         # Its own processes come with the first one, and write to what that one was given.
-        first, nowhere = cls.entered("wine", "cmd", "/c", "exit"), subprocess.DEVNULL
-        subprocess.run(first, env=cls.environment(), stdin=nowhere, stdout=nowhere, stderr=nowhere, check=True)
+        cls.carry_out("wine", "cmd", "/c", "exit")
+
+    @classmethod
+    def carry_out(cls, *command: str | Path) -> None:
+        """Carries out a step that prepares the Windows, again if a process of Wine's has died while it ended."""
+        folder = cls.prefix / "drive_c"
+
+        for _ in range(3):
+            # A file and no pipe: the first process of a Windows starts others, which keep it open.
+            with tempfile.TemporaryFile() as output:
+                exit_code = subprocess.run(
+                    cls.entered(*command),
+                    stdin=subprocess.DEVNULL,
+                    stdout=output,
+                    stderr=output,
+                    env=cls.environment(),
+                    cwd=folder if folder.is_dir() else TOP,
+                ).returncode
+                output.seek(0)
+                said = output.read().decode(errors="replace")
+
+            print(said, file=sys.stderr, end="")
+
+            if exit_code == 0 or DEATH_AT_THE_END not in said:
+                break
+
+        assert exit_code == 0, f"{command}: {exit_code}\n{said}"
 
     @classmethod
     def shut_down(cls) -> None:
@@ -239,7 +276,7 @@ class Windows(Machine):
         type(self).has_uninstall_entries = True
         content = "\r\n".join(["Windows Registry Editor Version 5.00", *lines, ""])
         (self.c / "tools" / "changes.reg").write_bytes(content.encode("utf-16"))
-        assert self.tool("regedit", "/S", "C:\\tools\\changes.reg").wait() == 0
+        self.carry_out("wine", "regedit", "/S", "C:\\tools\\changes.reg")
 
     def place_uninstaller(self, file: Path, *orders: str) -> None:
         """Places a stub that notes how it was called and obeys its orders; see StubUninstaller.h for them."""
@@ -287,6 +324,16 @@ class Windows(Machine):
 
     def program_id(self, process: subprocess.Popen) -> int:
         return process.pid
+
+    def outcome(self, process: subprocess.Popen, timeout: float = 120) -> Run:
+        run = super().outcome(process, timeout)
+        messages = b"".join(WINE_MESSAGE.findall((self.scratch / "errors").read_bytes())).decode()
+        print(messages, file=sys.stderr, end="")
+
+        if DEATH_AT_THE_END in messages:
+            raise VoidRun(messages)
+
+        return run
 
     def tool(self, name: str, *arguments: str, **options) -> subprocess.Popen:
         """Starts one of the tests' small programs, or one of Windows' own."""
@@ -437,6 +484,7 @@ def wine_environment(prefix: Path = WINE_PREFIX) -> dict[str, str]:
     listed = subprocess.run(["bash", "-c", script], check=True, capture_output=True, text=True).stdout
     environment = dict(line.split("=", 1) for line in listed.split("\0") if line)
     environment.pop("DISPLAY", None)
+    environment["WINEDEBUG"] = "-all,err+all,err-winediag"
     return environment
 
 

@@ -54,7 +54,7 @@ def test_removes_files_and_folders_of_any_name_and_leaves_the_neighbours_alone(m
 def set_attributes(windows, path, letters: str) -> None:
     """Sets the attributes of these letters and sees that they are set."""
     for letter in letters:
-        windows.tool("attrib", f"+{letter}", windows.shown(path)).wait()
+        windows.carry_out("wine", "attrib", f"+{letter}", windows.shown(path))
 
     shown, _ = windows.tool("attrib", windows.shown(path), stdout=subprocess.PIPE, text=True).communicate()
     assert set(letters) <= set(shown.removesuffix(windows.shown(path) + "\n")), shown

@@ -4,7 +4,7 @@ import re
 import struct
 import subprocess
 
-from machines import STAMP, TOP, Windows, wine_environment
+from machines import STAMP, TOP, Windows
 
 README = (TOP / "README.md").read_text()
 
@@ -12,7 +12,7 @@ README = (TOP / "README.md").read_text()
 def test_the_sample_installation_is_cleaned_as_the_readme_shows(windows):
     (shown,) = re.findall(r"```console\n(.*?)```", README, re.DOTALL)
     Windows.has_uninstall_entries = True
-    subprocess.run([TOP / "scripts/support/install-sample-products", windows.c], env=wine_environment(), check=True)
+    windows.carry_out(TOP / "scripts" / "support" / "install-sample-products", windows.c)
 
     run = windows.run("--clean=Content", answers="y\n\n")
 
