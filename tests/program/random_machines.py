@@ -4,9 +4,10 @@ A situation is all that a run depends on. The model predicts from it what the ru
 knows the program's texts and rules on its own, so that nothing of the program can be wrong unnoticed.
 """
 
-import random
 from dataclasses import dataclass, field
 from pathlib import PurePosixPath as Path
+
+from hypothesis import strategies as st
 
 from machines import UNINSTALL_KEY
 from products import PRODUCTS
@@ -75,97 +76,88 @@ def listed_paths(product) -> list[Path]:
     return [Path(base) / child for base, child in product.table]
 
 
-# What is random about a machine.
+# What is random about a machine. What comes first in a choice is what a failure is shrunk to.
+
+LISTED = sorted({path for product in PRODUCTS for path in listed_paths(product)})
+UNLISTED = [
+    Path("program_files/Orvex Studio 2"),
+    Path("program_files/Common Files/VST3/Other.vst3"),
+    Path("shared_data/TessaraWorks/Other"),
+    Path("shared_data/TessaraWorks/Plugins/Orvex Studio"),
+    Path("user_data/OrvexMonitor.ini"),
+]
+
+NAMES = st.sampled_from(["x", "a file", ".hidden", "Ünï", "Sub folder", "data.v1"])
+TREES = st.recursive(st.just(FILE), lambda inner: st.dictionaries(NAMES, inner, max_size=3), max_leaves=8)
+FOLDERS = st.dictionaries(NAMES, TREES, max_size=3)
 
 
-def random_situation(seed: int, with_registry: bool) -> Situation:
-    rng = random.Random(seed)
-    uninstallers = random_uninstallers(rng) if with_registry else {}
-    return Situation(
-        paths=random_paths(rng),
-        uninstallers=uninstallers,
-        entries=random_entries(rng, uninstallers) if with_registry else {},
-        arguments=random_arguments(rng),
-        answers=random_answers(rng),
+@st.composite
+def random_paths(draw) -> dict[Path, str]:
+    paths = {}
+    kinds = draw(
+        st.lists(st.sampled_from(["absent", FOLDER, FILE, UNDELETABLE, "stubborn folder"]), min_size=1, max_size=6)
     )
 
-
-def random_paths(rng) -> dict[Path, str]:
-    paths = {}
-    unlisted = [
-        Path("program_files/Orvex Studio 2"),
-        Path("program_files/Common Files/VST3/Other.vst3"),
-        Path("shared_data/TessaraWorks/Other"),
-        Path("shared_data/TessaraWorks/Plugins/Orvex Studio"),
-        Path("user_data/OrvexMonitor.ini"),
-    ]
-    listed = {path for product in PRODUCTS for path in listed_paths(product)}
-    kinds = rng.choices(["absent", "empty", "tree", "tree", "file", "file", "stubborn tree", "stubborn file"], k=6)
-
     # Parents come before what lies in them, which cannot be if they are files.
-    for path in sorted(listed | set(unlisted)):
-        kind = rng.choice(kinds)
+    for path in sorted(LISTED + UNLISTED):
+        kind = draw(st.sampled_from(kinds))
         has_room = not any(paths.get(parent, FOLDER) != FOLDER for parent in path.parents)
 
         if kind == "absent" or not has_room:
             continue
 
-        for parent in list(path.parents)[:-2]:
-            paths[parent] = FOLDER
+        paths |= {parent: FOLDER for parent in list(path.parents)[:-2]}
 
-        if kind == "file":
-            paths[path] = FILE
-        elif kind == "stubborn file":
-            paths[path] = UNDELETABLE
-        else:
-            paths[path] = FOLDER
+        if kind in (FILE, UNDELETABLE):
+            paths[path] = kind
+            continue
 
-        if kind in ("tree", "stubborn tree"):
-            add_tree(rng, paths, path, depth=3)
+        tree = tree_of(path, draw(FOLDERS))
 
-        if kind == "stubborn tree":
-            folders = [p for p, k in paths.items() if k == FOLDER and p.is_relative_to(path)]
-            paths[rng.choice(folders) / "stubborn"] = UNDELETABLE
+        if kind == "stubborn folder":
+            tree[draw(st.sampled_from([p for p, k in tree.items() if k == FOLDER])) / "stubborn"] = UNDELETABLE
+
+        paths |= tree
 
     return paths
 
 
-def add_tree(rng, paths: dict[Path, str], folder: Path, depth: int) -> None:
-    for name in rng.sample(["a file", ".hidden", "Ünï", "Sub folder", "data.v1", "x"], rng.randrange(4)):
-        if depth > 0 and rng.random() < 0.5:
-            paths[folder / name] = FOLDER
-            add_tree(rng, paths, folder / name, depth - 1)
-        else:
-            paths[folder / name] = FILE
+def tree_of(path: Path, content: dict | str) -> dict[Path, str]:
+    if content == FILE:
+        return {path: FILE}
+
+    below = [tree_of(path / name, inner) for name, inner in content.items()]
+    return {path: FOLDER} | {inner: kind for tree in below for inner, kind in tree.items()}
 
 
-def random_uninstallers(rng) -> dict[str, Uninstaller]:
-    listed = [path for product in PRODUCTS for path in listed_paths(product)]
-    names = [f"Uninstaller {number}.exe" for number in range(rng.randrange(4))]
+@st.composite
+def random_uninstallers(draw) -> dict[str, Uninstaller]:
+    names = [f"Uninstaller {number}.exe" for number in range(draw(st.integers(0, 3)))]
     return {
         name: Uninstaller(
-            kind=rng.choice(["program", "program", "program", "text", "folder", "missing"]),
-            removes_paths=rng.choices(listed, k=rng.choice([0, 0, 1, 5])),
-            removes_keys=rng.choice([[], [], [rng.choice("ABCDE")]]),
-            removes_uninstallers=[other for other in names if other != name and rng.random() < 0.2],
-            exit_code=rng.choice([0, 0, 1, 3, 259, 1602, 2**31, 2**32 - 1]),
+            kind=draw(st.sampled_from(["program", "program", "program", "text", "folder", "missing"])),
+            removes_paths=draw(st.lists(st.sampled_from(LISTED), max_size=5)),
+            removes_keys=draw(st.lists(st.sampled_from("ABCDE"), max_size=1)),
+            removes_uninstallers=[other for other in names if other != name and draw(st.booleans())],
+            exit_code=draw(st.sampled_from([0, 1, 3, 259, 1602, 2**31, 2**32 - 1])),
         )
         for name in names
     }
 
 
-def random_entries(rng, uninstallers: dict[str, Uninstaller]) -> dict[str, Entry]:
+def random_entries(uninstallers: dict[str, Uninstaller]):
     display_names = [
-        "Orvex version 1.4",
+        None,
+        "",
+        "Orvex",
+        "orvex studio",
         "Orvex Studio",
+        "Orvex version 1.4",
+        "Orvex Product Manager",
         "The Orvex Studio 2",
         "Orvex version 1.4 (Orvex Studio)",
-        "Orvex Product Manager",
         "Orvex Product Manager for Orvex Studio",
-        "orvex studio",
-        "Orvex",
-        "",
-        None,
     ]
     commands = [None, "", UNINSTALLERS + "Uninstaller 9.exe"]
 
@@ -173,25 +165,31 @@ def random_entries(rng, uninstallers: dict[str, Uninstaller]) -> dict[str, Entry
         path = UNINSTALLERS + name
         commands += [path, f'"{path}"', f'"{path}"', f'"{path}" /UNINSTALL', f'C:\\"Uninstallers"\\{name}']
 
-    keys = rng.sample("ABCDE", rng.randrange(5))
-    return {key: Entry(rng.choice(display_names), rng.choice(commands)) for key in keys}
+    entries = st.builds(Entry, st.sampled_from(display_names), st.sampled_from(commands))
+    return st.dictionaries(st.sampled_from("ABCDE"), entries, max_size=4)
 
 
-def random_arguments(rng) -> list[str]:
-    singles = [[f"--clean={product.target}"] for product in PRODUCTS if product.target]
-    defaults = [[], ["--Clean=Content"], ["Content"], ["--all", "--force"]]
-    return rng.choice([*singles, ["--clean=All"], ["--clean=All"], rng.choice(defaults)])
+ARGUMENTS = st.sampled_from(
+    [[f"--clean={product.target}"] for product in PRODUCTS if product.target]
+    + [["--clean=All"], ["--clean=All"], [], ["--Clean=Content"], ["Content"], ["--all", "--force"]]
+)
+
+YES_AND_NO = ["y", "Y", "", "n", "N"]
+LINES = st.sampled_from(YES_AND_NO * 4 + ["yes", "no", " y", "n ", "nn", "ja", "ÿ", "0", "\t"])
 
 
-def random_answers(rng) -> str:
-    usual = ["y", "y", "y", "Y", "", "n", "N"]
-    wrong = ["yes", "no", " y", "n ", "nn", "ja", "ÿ", "0", "\t"]
-    lines = rng.choices(usual * 2 + wrong, k=12)
-    whole = "".join(f"{line}\n" for line in lines)
-    cut = whole[: rng.randrange(len(whole))] if rng.random() < 0.3 else whole
-
-    # With a wrong answer as its last line, unended, the program would ask for ever.
-    return cut if cut.rpartition("\n")[2].lower() in ("", "y", "n") else cut + "\n"
+@st.composite
+def random_situations(draw, with_registry: bool) -> Situation:
+    uninstallers = draw(random_uninstallers()) if with_registry else {}
+    lines = draw(st.lists(LINES, max_size=12))
+    unfinished = draw(st.sampled_from(YES_AND_NO))  # any other would be asked after for ever
+    return Situation(
+        paths=draw(random_paths()),
+        uninstallers=uninstallers,
+        entries=draw(random_entries(uninstallers)) if with_registry else {},
+        arguments=draw(ARGUMENTS),
+        answers="".join(f"{line}\n" for line in lines) + unfinished,
+    )
 
 
 # What the program has to do.

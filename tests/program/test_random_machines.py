@@ -1,37 +1,48 @@
 """Random machines: what the program does on them is what a plain model of it says.
 
-A number of machines is fixed. Any others, on each kind of machine, come with
+Which machines is fixed. Any number of fresh ones, on each kind of machine, comes with
 
-    ORVEX_SEEDS=1000:2000 python3 -m pytest tests/program/test_random_machines.py
+    scripts/test program -k random --fresh 1000
 
-where -k windows, -k native or -k sanitize chooses the kind. A seed that fails shows the situation
-that it stands for, and where the run differs from the prediction.
+On Linux, a failure is shrunk to the smallest machine that shows it. Under Wine that would take too long.
 """
 
 import difflib
-import os
+from tempfile import TemporaryDirectory
 
 import pytest
+from hypothesis import HealthCheck, Phase, given, settings
 
-from random_machines import Model, random_situation, run_on
+from machines import Linux, Windows
+from random_machines import Model, random_situations, run_on
 
-USUAL_SEEDS = {"windows": range(40), "native": range(150), "sanitize": range(150, 190)}
-
-
-def seeds(kind):
-    asked_for = os.environ.get("ORVEX_SEEDS")
-    return range(*map(int, asked_for.split(":"))) if asked_for else USUAL_SEEDS[kind]
+USUAL_NUMBERS = {"windows": 40, "native": 150, "sanitize": 40}
 
 
-@pytest.mark.parametrize(
-    ("machine", "seed"), [(kind, seed) for kind in USUAL_SEEDS for seed in seeds(kind)], indirect=["machine"]
-)
-def test_does_what_the_model_says(machine, seed):
-    situation = random_situation(seed, with_registry=hasattr(machine, "register"))
+@pytest.mark.parametrize("machine", USUAL_NUMBERS, indirect=True)
+def test_does_what_the_model_says(machine, request, tmp_path):
+    fresh = request.config.getoption("fresh")
+    on_windows = isinstance(machine, Windows)
+    usual_number = USUAL_NUMBERS["windows" if on_windows else machine.preset]
 
-    outcome = run_on(machine, situation)
+    @settings(
+        max_examples=fresh or usual_number,
+        derandomize=not fresh,
+        database=None,
+        deadline=None,
+        phases=[Phase.generate] if on_windows else [Phase.generate, Phase.shrink],
+        suppress_health_check=list(HealthCheck),
+    )
+    @given(random_situations(with_registry=on_windows))
+    def does_what_the_model_says(situation):
+        with TemporaryDirectory(dir=tmp_path) as folder:
+            scratch = tmp_path / folder
+            clean = Windows(scratch) if on_windows else Linux(scratch, machine.preset)
+            outcome = run_on(clean, situation)
 
-    predicted = Model(machine, situation).run(situation.arguments)
-    lines = [str(predicted).split("\n"), str(outcome).split("\n")]
-    difference = "\n".join(difflib.unified_diff(*lines, "as the model says", "as it is", lineterm=""))
-    assert difference == "", f"on this machine:\n{situation}\n\n{difference}"
+        predicted = Model(machine, situation).run(situation.arguments)
+        lines = [str(predicted).split("\n"), str(outcome).split("\n")]
+        difference = "\n".join(difflib.unified_diff(*lines, "as the model says", "as it is", lineterm=""))
+        assert difference == "", f"on this machine:\n{situation}\n\n{difference}"
+
+    does_what_the_model_says()
