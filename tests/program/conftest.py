@@ -13,10 +13,22 @@ MACHINES = (CHOSEN or "windows native sanitize").split()
 LINUX = [name for name in MACHINES if name != "windows"][-1:]
 
 
+def pytest_addoption(parser):
+    parser.addoption(
+        "--fresh", type=int, default=0, metavar="NUMBER", help="try so many random machines that are not fixed"
+    )
+
+
+@pytest.hookimpl(tryfirst=True)
 def pytest_collection_modifyitems(config, items):
     left_out = [item for item in items if CHOSEN and kind_of(item) not in MACHINES]
     config.hook.pytest_deselected(items=left_out)
-    items[:] = [item for item in items if item not in left_out]
+
+    # Where several workers share the tests, those of a module that need Windows go to one, and go first: they take long.
+    items[:] = sorted((item for item in items if item not in left_out), key=lambda item: kind_of(item) != "windows")
+    for item in items:
+        if kind_of(item) == "windows" and not item.get_closest_marker("xdist_group"):
+            item.add_marker(pytest.mark.xdist_group(item.module.__name__))
 
 
 def kind_of(item) -> str | None:
