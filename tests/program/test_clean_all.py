@@ -6,7 +6,7 @@ import pytest
 
 from products import COMPANY, CONTENT, MEDIA_SERVER, PRODUCTS
 from runs import failed, succeeded
-from texts import ALL_PRODUCTS, CANCELLED, NO_TO_ALL, YES_TO_ALL, not_removed, question, removed
+from texts import ALL_PRODUCTS, CANCELLED, NO_TO_ALL, NOT_STARTED, YES_TO_ALL, advice, not_removed, question, removed
 
 
 def place_all_products(machine):
@@ -114,18 +114,13 @@ def test_carries_out_the_steps_behind_one_whose_uninstaller_could_not_be_started
 
     run = windows.run("--clean=All", answers=YES_TO_ALL)
 
-    player = windows.shown(windows.user_data / "VelantonePlayer")
-    assert run == failed(
-        f"""\
+    player, maker = windows.shown(folders[2]), windows.shown(folders[1])
+    transcript = f"""\
 [time][Info] Target: All
 [time][Info] All installed Orvex & Velantone products will be cleaned.
 [time][Info] Remove Orvex Studio and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Studio
-[time][Warning] Cleaner failed to launch the uninstaller.
-[time][Info] Uninstaller exit code: 0
-[time][Info] Existing Orvex Studio software installation detected.
-[time][Info] Please first uninstall this software using Add/Remove Programs.
-[time][Info] You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any final files.
+{NOT_STARTED}{advice("Orvex Studio")}\
 [time][Warning] Cleaning was aborted.
 [time][Info] Remove all Velantone content & playlist files?
 Y/n? {removed(CONTENT)}\
@@ -133,15 +128,11 @@ Y/n? {removed(CONTENT)}\
 Y/n? {removed(MEDIA_SERVER, player)}\
 [time][Info] Remove Orvex Product Manager and all of its associated files?
 Y/n? [time][Info] Cleaning: Orvex Product Manager
-[time][Warning] Cleaner failed to launch the uninstaller.
-[time][Info] Uninstaller exit code: 0
-[time][Info] Existing Orvex Product Manager software installation detected.
-[time][Info] Please first uninstall this software using Add/Remove Programs.
-[time][Info] You can re-run this cleaner after Orvex Product Manager has been uninstalled to clean up any final files.
+{NOT_STARTED}{advice("Orvex Product Manager")}\
 [time][Warning] Cleaning was aborted.
 [time][Info] Remove all Tessara Works global directories and files?
-Y/n? {removed(COMPANY, windows.shown(windows.shared_data / "TessaraWorks"))}"""
-    )
+Y/n? {removed(COMPANY, maker)}"""
+    assert run == failed(transcript)
     assert [folder.exists() for folder in folders] == [True, False, False, True]
 
 

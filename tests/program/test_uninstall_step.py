@@ -3,13 +3,14 @@
 import subprocess
 import time
 from contextlib import contextmanager
+from pathlib import Path
 
 import pytest
 
 from machines import UNINSTALL_KEY, wait_for
 from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER
 from runs import failed, succeeded
-from texts import advice, opening, removed
+from texts import NOT_STARTED, advice, opening, removed
 
 STUDIO = opening(ORVEX_STUDIO) + "[time][Info] Cleaning: Orvex Studio\n"
 STUDIO_REMOVED = """\
@@ -27,11 +28,6 @@ MANAGER_REMOVED = """\
 [time][Info] Directories removed: 1
 [time][Info] Files removed: 0
 [time][Info] Orvex Product Manager was successfully removed.
-"""
-
-NOT_STARTED = """\
-[time][Warning] Cleaner failed to launch the uninstaller.
-[time][Info] Uninstaller exit code: 0
 """
 
 TOO_SLOW = """\
@@ -54,17 +50,17 @@ def uninstallers(windows):
 
 @pytest.fixture
 def studio(windows):
-    folder = windows.program_files / "Orvex Studio"
-    folder.mkdir()
-    (folder / "Orvex Studio.dat").write_text("data")
-    return folder
+    return place_data(windows.program_files / "Orvex Studio")
 
 
 @pytest.fixture
 def product_manager(windows):
-    folder = windows.program_files / "Orvex Product Manager"
+    return place_data(windows.program_files / "Orvex Product Manager")
+
+
+def place_data(folder: Path) -> Path:
     folder.mkdir()
-    (folder / "Orvex Product Manager.dat").write_text("data")
+    (folder / f"{folder.name}.dat").write_text("data")
     return folder
 
 
@@ -259,6 +255,7 @@ def test_studio_deletes_nothing_when_its_entry_has_no_command_although_a_later_o
     assert windows.tree() == before
 
 
+@pytest.mark.xdist_group("the studio waits")
 def test_studio_goes_on_after_20_seconds_beside_an_uninstaller_that_comes_to_its_own_end(windows, uninstallers, studio):
     windows.place_uninstaller(uninstallers / "Orvex.exe", "sleep 24000")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
@@ -368,6 +365,7 @@ def test_product_manager_is_left_alone_when_its_uninstaller_is_no_program(window
     assert windows.tree() == before
 
 
+@pytest.mark.xdist_group("the product manager waits")
 def test_product_manager_is_left_alone_after_20_seconds_while_its_uninstaller_comes_to_its_own_end(
     windows, uninstallers, product_manager
 ):

@@ -38,6 +38,11 @@ CANCELLED = """\
 [time][Info] Cleaning cancelled by the user.
 """
 
+NOT_STARTED = """\
+[time][Warning] Cleaner failed to launch the uninstaller.
+[time][Info] Uninstaller exit code: 0
+"""
+
 NO_TO_ALL = "n\n" * len(PRODUCTS) + "\n"
 YES_TO_ALL = "y\n" * len(PRODUCTS) + "\n"
 
