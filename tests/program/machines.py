@@ -308,19 +308,19 @@ class Windows(Machine):
         return "C:\\" + str(path.relative_to(self.c)).replace("/", "\\")
 
     def command(self, arguments: tuple[str, ...], elevated: bool, has_input: bool) -> list[str]:
+        program = self.program
         runners = []
 
         if not elevated:
             # Wine 10 raises a program by itself whose manifest asks for an administrator.
-            image = self.program.read_bytes()
+            image = program.read_bytes()
             assert image.count(REQUIRES_ADMINISTRATOR) == 1
-            self.program.write_bytes(
-                image.replace(REQUIRES_ADMINISTRATOR, AS_INVOKER.ljust(len(REQUIRES_ADMINISTRATOR)))
-            )
+            program = self.c / "tools" / "OrvexCleaner.exe"
+            program.write_bytes(image.replace(REQUIRES_ADMINISTRATOR, AS_INVOKER.ljust(len(REQUIRES_ADMINISTRATOR))))
             runners.append("C:\\tools\\RunUnelevated.exe")
 
         runners += [] if has_input else ["C:\\tools\\RunWithoutInput.exe"]
-        return self.entered("wine", *runners, self.shown(self.program), *arguments)
+        return self.entered("wine", *runners, self.shown(program), *arguments)
 
     def program_id(self, process: subprocess.Popen) -> int:
         return process.pid
