@@ -102,14 +102,16 @@ static_assert (is<decltype (TestCleaner::directories), juce::Array<juce::File>>)
 static_assert (is<decltype (TestCleaner::files), juce::Array<juce::File>>);
 
 template <typename... Cleaners>
-constexpr bool addNoDataMember =
-    ((std::is_base_of_v<ProductCleaner, Cleaners> && sizeof (Cleaners) == sizeof (ProductCleaner)) && ...);
+constexpr bool addNoDataMember()
+{
+    return ((std::is_base_of_v<ProductCleaner, Cleaners> && sizeof (Cleaners) == sizeof (ProductCleaner)) && ...);
+}
 
 static_assert (addNoDataMember<ContentCleaner,
                                OrvexStudioCleaner,
                                VelantoneMediaServerCleaner,
                                ProductManagerCleaner,
-                               CompanyCleaner>);
+                               CompanyCleaner>());
 
 TEST (Structure, OfACleanerHasTheDirectoriesBeforeTheFiles)
 {
