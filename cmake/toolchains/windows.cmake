@@ -29,6 +29,8 @@ set (CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE_INIT}" CACHE STRING "")
 set (CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE_INIT}" CACHE STRING "")
 set (CMAKE_EXE_LINKER_FLAGS_INIT "-static -fuse-ld=lld -L${gcc_dir} -Wl,--gc-sections -Wl,--no-insert-timestamp")
 set (CMAKE_EXE_LINKER_FLAGS_RELEASE_INIT "-Wl,-S")
+# Without optimisation, clang puts an inline function of <typeinfo> into objects, and libstdc++ has it as well.
+set (CMAKE_EXE_LINKER_FLAGS_DEBUG_INIT "-Wl,--allow-multiple-definition")
 set (CMAKE_CXX_STANDARD_LIBRARIES "-lpthread" CACHE STRING "")
 
 set (CMAKE_FIND_ROOT_PATH /usr/${triple})

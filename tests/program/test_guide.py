@@ -79,7 +79,7 @@ def test_tells_which_answers_keep_the_content(windows, last, is_kept):
     kept.write_text("samples")
     shared.mkdir(parents=True)
 
-    windows.run("--clean=All", answers=f"n\nn\nn\nn\n{last}\n\n")
+    windows.run("--clean=All", answers="n\n" * PRODUCTS.index(COMPANY) + f"{last}\n\n")
 
     assert f"answer N to questions {PRODUCTS.index(CONTENT) + 1} and {PRODUCTS.index(COMPANY) + 1}." in FIRST_SCREEN
     assert (kept.exists(), shared.exists()) == (is_kept, is_kept)

@@ -8,7 +8,7 @@ from pathlib import Path
 import pytest
 
 from machines import UNINSTALL_KEY, wait_for
-from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER
+from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
 from runs import failed, succeeded
 from texts import NOT_STARTED, advice, opening, removed
 
@@ -403,7 +403,7 @@ def test_product_manager_is_removed_although_an_entry_cannot_be_opened(windows, 
     [
         (CONTENT, "--clean=Content", "y\n\n"),
         (MEDIA_SERVER, "--clean=VelantoneMediaServer", "y\n\n"),
-        (COMPANY, "--clean=All", "n\nn\nn\nn\ny\n\n"),
+        (COMPANY, "--clean=All", "n\n" * PRODUCTS.index(COMPANY) + "y\n\n"),
     ],
     ids=["content", "media server", "company"],
 )

@@ -1,0 +1,38 @@
+"""The commands of CONTRIBUTING.md do what it says."""
+
+import os
+import re
+import subprocess
+
+import pytest
+
+from machines import TOP
+
+DOCUMENT = (TOP / "CONTRIBUTING.md").read_text()
+COMMANDS = re.findall(r"^\| .+ \| `(.+)` \|$", DOCUMENT.split("## Style")[0], re.MULTILINE)
+
+
+@pytest.mark.xdist_group("contributing")  # one after the other: they build the same
+@pytest.mark.parametrize("command", COMMANDS)
+def test_every_command_succeeds(command, tmp_path):
+    if command.startswith("scripts/debug") and os.environ.get("ISOLATED_WAY") == "chroot":
+        pytest.skip("gdbserver needs /proc, which machines made by chroot do not have")
+
+    # The tests that run these have results of their own.
+    environment = {name: value for name, value in os.environ.items() if not name.startswith("PYTEST_")} | {
+        "ORVEX_TEST_RESULTS": str(tmp_path / "results")
+    }
+
+    run = subprocess.run(
+        ["bash", "-c", command], cwd=TOP, env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True
+    )
+
+    assert run.returncode == 0, run.stdout + run.stderr
+    if command.startswith("scripts/test"):
+        assert re.search(r"^[1-9]\d* passed, 0 failed$", run.stdout, re.MULTILINE)
+
+
+def test_names_files_that_are_there():
+    named = re.findall(r"`((?:src|tests|scripts|docs)/[\w./-]+)`", DOCUMENT)
+
+    assert [name for name in named if "NameCleaner" not in name and not (TOP / name).exists()] == []
