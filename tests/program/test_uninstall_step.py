@@ -366,10 +366,10 @@ def test_product_manager_is_left_alone_when_its_uninstaller_is_no_program(window
 
 
 @pytest.mark.xdist_group("the product manager waits")
-def test_product_manager_is_left_alone_after_20_seconds_while_its_uninstaller_comes_to_its_own_end(
+def test_product_manager_is_left_alone_after_20_seconds_when_nobody_reads_what_its_uninstaller_prints(
     windows, uninstallers, product_manager
 ):
-    windows.place_uninstaller(uninstallers / "Orvex.exe", "sleep 24000")
+    windows.place_uninstaller(uninstallers / "Orvex.exe", "print 1000000")  # far more than a pipe holds
     windows.register({"A": entry("Orvex Product Manager", "Orvex.exe")})
     before = windows.tree()
     start = time.monotonic()
@@ -379,7 +379,6 @@ def test_product_manager_is_left_alone_after_20_seconds_while_its_uninstaller_co
     assert 20 <= time.monotonic() - start
     told = advice("Orvex Product Manager", "C:\\Uninstallers\\Orvex.exe")
     assert run == failed(MANAGER + TOO_SLOW + told + ABORTED)
-    assert windows.calls(uninstallers / "Orvex.exe") == called("Orvex.exe")[:1]
     assert windows.tree() == before
     assert wait_for(lambda: windows.calls(uninstallers / "Orvex.exe")[1:]) == ["done"]
 
