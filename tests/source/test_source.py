@@ -8,7 +8,7 @@ TOP = Path(__file__).resolve().parents[2]
 
 def tracked(*patterns: str) -> list[str]:
     listed = subprocess.run(["git", "ls-files", "-z", *patterns], cwd=TOP, check=True, capture_output=True, text=True)
-    return [file for file in listed.stdout.split("\0") if file]
+    return [file for file in listed.stdout.split("\0") if (TOP / file).is_file()]
 
 
 def findings(*command: str) -> str:

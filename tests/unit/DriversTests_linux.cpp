@@ -23,7 +23,7 @@ using DriversWhileTheHomeMoves = DisposableMachine;
 TEST_F (DriversWhileTheHomeMoves, ResolveTheirLocationsOnlyOnceTheUserHasSaidYes)
 {
     const RecordingLogger logger;
-    const Home home;
+    const Home home {};
     Console console ("y\n");
     console.onRead = [&] { home.move ("/moved"); };
     CleanResult result;
