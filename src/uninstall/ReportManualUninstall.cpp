@@ -11,7 +11,7 @@ void reportManualUninstall (const juce::String& productName, const juce::String&
     log (Info, "Existing " + productName + " software installation detected.");
     log (Info, "Please first uninstall this software using Add/Remove Programs.");
 
-    // A command with quotes or arguments is no path, of which the library's debug build complains.
+    // Of a command that is no full path, such as MsiExec.exe with arguments, the library's debug build complains.
     if (uninstallerPath.isNotEmpty() && juce::File (uninstallerPath).existsAsFile())
         log (Info, "You can also run the uninstaller directly: " + uninstallerPath);
 
