@@ -98,3 +98,6 @@ COMPANY = Product(
 
 # In the order in which all products are offered.
 PRODUCTS = [ORVEX_STUDIO, CONTENT, MEDIA_SERVER, PRODUCT_MANAGER, COMPANY]
+
+# What --clean takes, in the order in which the program names it.
+TARGETS = [product.target for product in (ORVEX_STUDIO, PRODUCT_MANAGER, MEDIA_SERVER, CONTENT)] + ["All"]

@@ -4,9 +4,20 @@ from itertools import product as combinations
 
 import pytest
 
-from products import COMPANY, CONTENT, MEDIA_SERVER, PRODUCTS
+from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, PRODUCTS
 from runs import failed, succeeded
-from texts import ALL_PRODUCTS, CANCELLED, NO_TO_ALL, NOT_STARTED, YES_TO_ALL, advice, not_removed, question, removed
+from texts import (
+    ALL_DECLINED,
+    ALL_PRODUCTS,
+    CANCELLED,
+    NO_TO_ALL,
+    NOT_STARTED,
+    YES_TO_ALL,
+    advice,
+    not_removed,
+    question,
+    removed,
+)
 
 
 def place_all_products(machine):
@@ -15,29 +26,13 @@ def place_all_products(machine):
             path.mkdir(parents=True, exist_ok=True)
 
 
-def test_asks_five_questions_and_succeeds_when_all_are_declined(machine):
+def test_asks_every_question_and_succeeds_when_all_are_declined(machine):
     place_all_products(machine)
     before = machine.tree()
 
     run = machine.run("--clean=All", answers=NO_TO_ALL)
 
-    assert run == succeeded(
-        machine,
-        """\
-[time][Info] Target: All
-[time][Info] All installed Orvex & Velantone products will be cleaned.
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove Velantone Media Server and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-[time][Info] Remove all Tessara Works global directories and files?
-Y/n? [time][Info] Cleaning cancelled by the user.
-""",
-    )
+    assert run == succeeded(machine, ALL_DECLINED)
     assert machine.tree() == before
 
 
@@ -95,6 +90,15 @@ def test_carries_out_the_steps_behind_a_failed_one(linux, failing):
     assert {product for product, folder in folders.items() if folder.exists()} == failed_ones
 
 
+def not_started(product) -> str:
+    """A run that ends with an uninstaller that could not be started."""
+    return f"""\
+[time][Info] Cleaning: {product.name}
+{NOT_STARTED}{advice(product.name)}\
+[time][Warning] Cleaning was aborted.
+"""
+
+
 def test_carries_out_the_steps_behind_one_whose_uninstaller_could_not_be_started(windows):
     folders = [
         windows.program_files / "Orvex",
@@ -114,26 +118,18 @@ def test_carries_out_the_steps_behind_one_whose_uninstaller_could_not_be_started
 
     run = windows.run("--clean=All", answers=YES_TO_ALL)
 
-    player, maker = windows.shown(folders[2]), windows.shown(folders[1])
-    transcript = f"""\
-[time][Info] Target: All
-[time][Info] All installed Orvex & Velantone products will be cleaned.
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Studio
-{NOT_STARTED}{advice("Orvex Studio")}\
-[time][Warning] Cleaning was aborted.
-[time][Info] Remove all Velantone content & playlist files?
-Y/n? {removed(CONTENT)}\
-[time][Info] Remove Velantone Media Server and all of its associated files?
-Y/n? {removed(MEDIA_SERVER, player)}\
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Product Manager
-{NOT_STARTED}{advice("Orvex Product Manager")}\
-[time][Warning] Cleaning was aborted.
-[time][Info] Remove all Tessara Works global directories and files?
-Y/n? {removed(COMPANY, maker)}"""
+    outcomes = {product: removed(product) for product in PRODUCTS} | {
+        ORVEX_STUDIO: not_started(ORVEX_STUDIO),
+        MEDIA_SERVER: removed(MEDIA_SERVER, windows.shown(folders[2])),
+        PRODUCT_MANAGER: not_started(PRODUCT_MANAGER),
+        COMPANY: removed(COMPANY, windows.shown(folders[1])),
+    }
+    transcript = ALL_PRODUCTS + "".join(question(product) + outcome for product, outcome in outcomes.items())
     assert run == failed(transcript)
     assert [folder.exists() for folder in folders] == [True, False, False, True]
+
+
+YES_TO_CONTENT = "".join("y\n" if product is CONTENT else "n\n" for product in PRODUCTS) + "\n"
 
 
 def only_content(run: str) -> str:
@@ -151,7 +147,7 @@ def test_runs_for_any_arguments_that_are_no_command_and_exits_with_0_after_a_suc
     content = CONTENT.paths(linux)[0]
     content.mkdir(parents=True)
 
-    run = linux.run(*arguments, answers="n\ny\nn\nn\nn\n\n")
+    run = linux.run(*arguments, answers=YES_TO_CONTENT)
 
     assert run == succeeded(linux, only_content(removed(CONTENT, linux.shown(content))))
 
@@ -167,7 +163,7 @@ def test_exits_with_1_after_a_failure_only_if_it_was_asked_for_by_its_name(machi
     (content / "File.dat").write_text("data")
     machine.make_undeletable(content / "File.dat")
 
-    run = machine.run(*arguments, answers="n\ny\nn\nn\nn\n")
+    run = machine.run(*arguments, answers=YES_TO_CONTENT)
 
     assert run == failed(only_content(not_removed(CONTENT, machine.shown(content))), exit_code=exit_code)
 

@@ -2,6 +2,7 @@
 
 import pytest
 
+from products import TARGETS
 from release import BUILD_TAG, VERSION
 from runs import printed, refused, succeeded
 from texts import ALL_DECLINED, CANCELLED, NO_TO_ALL, QUESTION
@@ -17,9 +18,7 @@ Usage:
 
 VERSION_TEXT = f"Orvex Cleaner {VERSION} build {BUILD_TAG}\n"
 
-INVALID = """\
-Invalid --clean target: {}. Valid targets are: OrvexStudio, ProductManager, VelantoneMediaServer, Content, All
-"""
+INVALID = "Invalid --clean target: {}. Valid targets are: " + ", ".join(TARGETS) + "\n"
 
 
 @pytest.fixture
@@ -145,7 +144,7 @@ def test_refuses_to_clean_without_a_value(linux, content, arguments):
         "=",
     ],
 )
-def test_refuses_a_value_that_is_not_exactly_one_of_the_five(linux, content, value):
+def test_refuses_a_value_that_is_not_exactly_one_of_the_targets(linux, content, value):
     run = linux.run(f"--clean={value}", answers="y\n\n")
 
     assert run == refused(INVALID.format(value))

@@ -3,6 +3,7 @@
 import pytest
 
 from runs import Run
+from texts import YES_TO_ALL
 
 REFUSAL = "[time][Critical] This application must be run with Administrator privileges. Aborting...\n"
 
@@ -12,7 +13,7 @@ def test_refuses_everything_without_administrator_rights(linux, arguments):
     content = linux.shared_data / "TessaraWorks" / "Content"
     content.mkdir(parents=True)
 
-    run = linux.run(*arguments.split(), answers="y\ny\ny\ny\ny\n\n", elevated=False)
+    run = linux.run(*arguments.split(), answers=YES_TO_ALL, elevated=False)
 
     assert run == Run(console=REFUSAL, errors="", exit_code=1, log=None, revealed=[])
     assert content.is_dir()

@@ -16,7 +16,7 @@ import pytest
 from machines import Windows, wait_for
 from products import CONTENT
 from runs import Run, failed, succeeded
-from texts import BANNER, LOG_BANNER, QUESTION, not_removed, removed, removed_as_files, without_prompts
+from texts import BANNER, LOG_BANNER, QUESTION, YES_TO_ALL, not_removed, removed, removed_as_files, without_prompts
 
 
 def place_content(machine) -> Path:
@@ -205,7 +205,7 @@ def test_does_nothing_until_somebody_reads_its_output(machine):
 # Linux only: Wine's programs do not sleep where Linux sees it.
 @pytest.mark.parametrize("room", range(350, 1700, 75))
 def test_has_every_line_in_the_log_file_when_it_is_killed_between_any_two(linux, room):
-    with linux.input("y\n" * 5) as stdin, full_pipe(room) as (reader, writer):
+    with linux.input(YES_TO_ALL) as stdin, full_pipe(room) as (reader, writer):
         process = linux.start("--clean=All", stdin=stdin, stdout=writer)
         writer.close()
         assert wait_for(lambda: linux.log() and is_asleep(linux.program_id(process)))

@@ -6,9 +6,9 @@ import subprocess
 import pytest
 
 from machines import STAMP, TOP, wine_environment
-from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS
+from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS, TARGETS
 from release import SUPPORT_ADDRESS
-from texts import BANNER, FAILURE, LOG_BANNER
+from texts import BANNER, FAILURE, LOG_BANNER, NO_TO_ALL
 
 # As the build makes it for the package.
 GUIDE = (TOP / "docs" / "guide.md").read_text().replace("@ORVEX_CLEANER_SUPPORT_ADDRESS@", SUPPORT_ADDRESS)
@@ -44,7 +44,7 @@ def test_shows_what_one_product_looks_like(windows):
         {"A": {"DisplayName": "Orvex Studio 5", "UninstallString": f"{windows.shown(studio)}\\unins000.exe"}}
     )
 
-    run = windows.run("--clean=All", answers="y\nn\nn\nn\nn\n")
+    run = windows.run("--clean=All", answers="y\n" + NO_TO_ALL)
 
     shown = STAMP.sub("[time]", "\n".join(indented_lines(FIRST_SCREEN)) + "\n")
     assert shown.startswith(f"[time][Info] {ORVEX_STUDIO.question}\n")
@@ -116,11 +116,10 @@ def test_tells_every_message_of_the_program_and_no_other():
 
     assert [p for p in patterns if not any(re.fullmatch(p, message) for message in told)] == []
     assert [message for message in told if not any(re.fullmatch(p, message) for p in patterns)] == []
+    assert told[-1].endswith("Valid targets are: " + ", ".join(TARGETS))
 
 
 def test_tells_the_exit_codes_that_the_program_returns(windows):
-    all_declined = "n\n" * 5 + "\n"
-
     def returned(*arguments, **options):
         return str(windows.run(*arguments, **options).exit_code)
 
@@ -131,7 +130,7 @@ def test_tells_the_exit_codes_that_the_program_returns(windows):
 
     measured = {
         ("--help, --version", "the text was printed"): returned("--version"),
-        ("--clean=TARGET", "all went well, or you said no"): returned("--clean=All", answers=all_declined),
+        ("--clean=TARGET", "all went well, or you said no"): returned("--clean=All", answers=NO_TO_ALL),
         ("--clean, --clean=", "no target: nothing was done"): returned("--clean"),
         ("--clean=WORD", "no such target: nothing was done"): returned("--clean=content"),
         ("nothing, or an unknown option", "all went well, or you said no"): returned("--unknown"),
@@ -180,7 +179,7 @@ def output(windows):
 
 def exit_code_of(windows, command: str) -> int:
     """Has Windows' own shell run a command beside the program, with somebody there who would decline everything."""
-    with windows.input("n\n" * 6) as person:
+    with windows.input(NO_TO_ALL) as person:
         run = ["wine", "cmd", "/c", command]
         return subprocess.run(run, env=wine_environment(), cwd=windows.downloads, stdin=person).returncode
 
@@ -216,7 +215,7 @@ def test_tells_of_many_machines_which_failed(windows, content, output):
 
 def test_keeps_the_content_of_many_machines_with_the_answers_of_the_guide(windows, content, output):
     (studio := windows.user_data / "Orvex").mkdir()
-    answers = indented_lines(sections(GUIDE)["Unattended use"])[1:6]
+    answers = indented_lines(sections(GUIDE)["Unattended use"])[1 : 1 + len(PRODUCTS)]
     (windows.downloads / "answers.txt").write_text("".join(f"{answer}\r\n" for answer in answers))
 
     exit_code = exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))
