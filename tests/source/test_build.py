@@ -56,7 +56,9 @@ def test_fetches_juce_7_0_4_and_googletest_by_their_commits(tmp_path):
     fetch = +refs/replace/*:refs/replace/*
 """
 
-    said = configured(tmp_path, git_config, "-DORVEX_JUCE_MODULES_DIR=", "-DORVEX_GOOGLETEST_DIR=")
+    nothing_at_hand = ["-DORVEX_JUCE_MODULES_DIR=", "-DORVEX_GOOGLETEST_DIR=", "-DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON"]
+
+    said = configured(tmp_path, git_config, *nothing_at_hand)
 
     assert f"JUCE 7.0.4 in {tmp_path}/build/_deps/juce-src/modules" in said
     assert (tmp_path / "build" / "_deps" / "juce-src" / ".git" / "HEAD").read_text() == f"{JUCE_COMMIT}\n"
