@@ -1,0 +1,12 @@
+# For the builds of changed programs. No change is refused for a mere warning, and what is compiled again
+# and again compiles quickly.
+
+add_compile_options (-w)
+add_link_options (-fuse-ld=lld)
+
+if (NOT WIN32)
+    add_compile_options (-O0)
+endif()
+
+cmake_language (DEFER CALL target_precompile_headers orvex_cleaner PRIVATE <juce_core/juce_core.h>)
+cmake_language (DEFER CALL target_precompile_headers UnitTests PRIVATE <juce_core/juce_core.h> <gtest/gtest.h>)
