@@ -118,15 +118,15 @@ class Machine:
         finally:
             process.kill()  # one that asks for ever would fill the disk
 
-        if exit_code == 0 and not self.errors().endswith(FAILURE) and self.log_file.is_file():
-            wait_for(self.shown_folders)
+        is_to_show = exit_code == 0 and not self.errors().endswith(FAILURE) and self.log_file.is_file()
+        shown = wait_for(self.shown_folders, seconds=30) if is_to_show else self.shown_folders()
 
         return Run(
             console=self.console(),
             errors=self.errors(),
             exit_code=exit_code if exit_code >= 0 else 128 - exit_code,  # as bubblewrap tells of a signal
             log=self.log(),
-            revealed=self.shown_folders(),
+            revealed=shown,
         )
 
     def run(self, *arguments: str, answers: str | bytes = b"", elevated: bool = True) -> Run:
