@@ -3,6 +3,7 @@
 import copy
 import os
 import subprocess
+from pathlib import Path
 
 import pytest
 
@@ -90,9 +91,11 @@ def test_has_no_environment_of_the_host(isolated, tmp_path):
 
     assert (
         done.stdout
-        == """\
+        == f"""\
+export ASAN_SYMBOLIZER_PATH='{Path("/usr/bin/llvm-symbolizer").resolve()}'
 export EXTRA='of the test'
 export HOME='/home/user'
+export LLVM_PROFILE_FILE='/tmp/%m.profraw'
 export ORVEX_MAY_CLEAN_THIS_MACHINE='yes'
 export PATH='/usr/bin'
 export PWD='/home/user'
