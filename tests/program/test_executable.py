@@ -159,12 +159,14 @@ def test_tells_its_name_its_maker_and_its_version(described):
 
 # Visual Studio has a resource compiler of its own, which llvm-rc is written to equal.
 def test_has_the_resources_that_another_compiler_makes(described, tmp_path):
-    script = BUILD / "windows" / "OrvexCleaner.rc"
     headers = "/usr/x86_64-w64-mingw32/include"
+    compiled = tmp_path / "OrvexCleaner.res"
 
-    subprocess.run(["llvm-rc", "/I", headers, "/FO", tmp_path / "OrvexCleaner.res", script], check=True)
+    # Named from its folder: a path from the root can look like an option, /check/... like /C.
+    command = ["llvm-rc", "/I", headers, "/FO", compiled, "OrvexCleaner.rc"]
+    subprocess.run(command, cwd=BUILD / "windows", check=True)
 
-    resources = (tmp_path / "OrvexCleaner.res").read_bytes()
+    resources = compiled.read_bytes()
     assert resource(described, "MANIFEST") in resources
     assert resource(described, "VERSIONINFO") in resources
 
