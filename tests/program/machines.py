@@ -475,17 +475,21 @@ class Container(Linux):
 @cache
 def way_of_isolation() -> str:
     """The way of tests/isolated on this host."""
-    return subprocess.run([ISOLATED, "--way"], check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
+    return output_of(ISOLATED, "--way").strip()
 
 
 def wine_environment(prefix: Path = WINE_PREFIX) -> dict[str, str]:
     """The environment of scripts/support/wine-environment, without a display."""
-    script = f'. "{TOP}/scripts/support/wine-environment" "{prefix}" && env -0'
-    listed = subprocess.run(["bash", "-c", script], check=True, capture_output=True, text=True).stdout
+    listed = output_of("bash", "-c", f'. "{TOP}/scripts/support/wine-environment" "{prefix}" && env -0')
     environment = dict(line.split("=", 1) for line in listed.split("\0") if line)
     environment.pop("DISPLAY", None)
     environment["WINEDEBUG"] = "-all,err+all,err-winediag"
     return environment
+
+
+def output_of(*command: str | Path, **options) -> str:
+    """What a command prints, which has to succeed."""
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, **options).stdout
 
 
 def escaped(value: str) -> str:

@@ -17,7 +17,7 @@ from pathlib import Path
 
 import pytest
 
-from machines import TOP
+from machines import TOP, output_of
 from release import BUILD_TAG, SUPPORT_ADDRESS, VERSION
 
 MAJOR_MINOR, _, PATCH = VERSION.rpartition(".")
@@ -37,6 +37,8 @@ DEBIAN_12 = 'VERSION_ID="12"' in Path("/etc/os-release").read_text()
 FOREIGN_TOOLS = (
     "scripts/package: these are not the tools and the JUCE of Debian 12, so that the package has other bytes\n"
 )
+
+pytestmark = pytest.mark.xdist_group("package")  # one worker makes what all of them look at
 
 
 def clone(folder: Path, origin: Path = TOP) -> Path:
@@ -61,20 +63,18 @@ def package(
 ) -> subprocess.CompletedProcess:
     """Runs scripts/package, without a terminal if none is given, and takes a word on foreign tools out of what it says."""
     environment = {name: value for name, value in os.environ.items() if name != "ORVEX_SIGN_PASSWORD"}
-
-    if password is not None:
-        environment["ORVEX_SIGN_PASSWORD"] = password
-
+    environment |= {} if password is None else {"ORVEX_SIGN_PASSWORD": password}
     command = [sources / "scripts" / "package", *options]
     run = subprocess.run(command, env=environment, stdin=stdin, capture_output=True, text=True)
     run.stderr = run.stderr.replace(FOREIGN_TOOLS, "", 1)
     return run
 
 
-def verify(sources: Path, packed: Path, with_clock=()) -> subprocess.CompletedProcess:
-    """Runs scripts/verify-package of these sources."""
+def verify(sources: Path, packed: Path, with_clock=()) -> tuple[str, int]:
+    """What scripts/verify-package of these sources says, and its exit code."""
     command = [*with_clock, sources / "scripts" / "verify-package", packed]
-    return subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
+    run = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
+    return run.stdout, run.returncode
 
 
 @pytest.fixture(scope="module")
@@ -95,20 +95,29 @@ def elsewhere(sources, tmp_path_factory):
 
 @pytest.fixture(scope="module")
 def verified(sources, elsewhere):
-    """A run of scripts/verify-package that has the package made anew, elsewhere and years later."""
+    """What scripts/verify-package says, which has the package made anew, elsewhere and years later."""
     return verify(elsewhere, sources / "dist" / PACKAGE, with_clock=["faketime", "-f", "+2000d"])
+
+
+@pytest.fixture
+def packed(sources, tmp_path):
+    """A copy of the package with its record."""
+    shutil.copy(sources / "dist" / RECORD, tmp_path)
+    return Path(shutil.copy(sources / "dist" / PACKAGE, tmp_path))
 
 
 @pytest.fixture
 def certificate(tmp_path):
     """A throwaway certificate with its key, under the password "secret"."""
-    key, public, file = tmp_path / "key.pem", tmp_path / "certificate.pem", tmp_path / "certificate.p12"
-    make = ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=Throwaway"]
-    use = ["-addext", "extendedKeyUsage=codeSigning", "-keyout", key, "-out", public]
-    join = ["openssl", "pkcs12", "-export", "-inkey", key, "-in", public, "-out", file, "-passout", "pass:secret"]
-    subprocess.run([*make, *use], check=True, capture_output=True)
-    subprocess.run(join, check=True, capture_output=True)
+    key, public, file = (tmp_path / name for name in ("key.pem", "certificate.pem", "certificate.p12"))
+    make_certificate("/CN=Throwaway", "codeSigning", key, public)
+    output_of("openssl", "pkcs12", "-export", "-inkey", key, "-in", public, "-out", file, "-passout", "pass:secret")
     return file
+
+
+def make_certificate(subject: str, usage: str, key: Path, certificate: Path):
+    make = ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", subject]
+    output_of(*make, "-addext", f"extendedKeyUsage={usage}", "-keyout", key, "-out", certificate)
 
 
 @pytest.fixture
@@ -118,10 +127,9 @@ def token(certificate, monkeypatch):
     (folder / "tokens").mkdir()
     (folder / "softhsm2.conf").write_text(f"directories.tokendir = {folder}/tokens\n")
     monkeypatch.setenv("SOFTHSM2_CONF", str(folder / "softhsm2.conf"))
-    make = ["softhsm2-util", "--init-token", "--free", "--label=Orvex", "--pin=secret", "--so-pin=secret"]
-    fill = ["softhsm2-util", "--import=key.pem", "--token=Orvex", "--label=release", "--id=01", "--pin=secret"]
-    subprocess.run(make, check=True, capture_output=True)
-    subprocess.run(fill, cwd=folder, check=True, capture_output=True)
+    output_of("softhsm2-util", "--init-token", "--free", "--label=Orvex", "--pin=secret", "--so-pin=secret")
+    names = ["--token=Orvex", "--label=release", "--id=01"]
+    output_of("softhsm2-util", f"--import={folder}/key.pem", *names, "--pin=secret")
     key = "pkcs11:token=Orvex;object=release"
     return ["--pkcs11-module", SOFTHSM, "--key", key, "--certificate", folder / "certificate.pem"]
 
@@ -130,9 +138,7 @@ def token(certificate, monkeypatch):
 def time_server(certificate):
     """The address of a server that confirms times, with the throwaway certificate time.pem beside the other."""
     folder = certificate.parent
-    make = ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=Throwaway time"]
-    use = ["-addext", "extendedKeyUsage=critical,timeStamping", "-keyout", "time.key", "-out", "time.pem"]
-    subprocess.run([*make, *use], cwd=folder, check=True, capture_output=True)
+    make_certificate("/CN=Throwaway time", "critical,timeStamping", folder / "time.key", folder / "time.pem")
     (folder / "time.conf").write_text(
         """\
 [tsa]
@@ -169,8 +175,7 @@ digests = sha256
 
 def signature_of(executable: Path, certificate: Path, *options) -> str:
     """What osslsigncode says of the signature; fails if it is not good."""
-    command = ["osslsigncode", "verify", "-CAfile", certificate.with_suffix(".pem"), *options, executable]
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    return output_of("osslsigncode", "verify", "-CAfile", certificate.with_suffix(".pem"), *options, executable)
 
 
 def content_of(packed: Path) -> dict[str, bytes]:
@@ -183,7 +188,7 @@ def sum_of(content: bytes) -> str:
 
 
 def head_of(sources: Path) -> str:
-    return subprocess.run(["git", "rev-parse", "HEAD"], cwd=sources, check=True, capture_output=True, text=True).stdout
+    return output_of("git", "rev-parse", "HEAD", cwd=sources)
 
 
 def test_makes_the_same_bytes_in_any_folder_at_any_time(sources, elsewhere, verified):
@@ -198,21 +203,13 @@ def test_makes_the_same_bytes_in_any_folder_at_any_time(sources, elsewhere, veri
 def test_says_what_it_is_doing(sources, tmp_path):
     run = package(sources, "--output", tmp_path)
 
-    assert (
-        run.stderr
-        == f"""\
-Building the program for Windows
-Packing {PACKAGE}
-Made {tmp_path / PACKAGE}
-"""
-    )
+    assert run.stderr == f"Building the program for Windows\nPacking {PACKAGE}\nMade {tmp_path / PACKAGE}\n"
     assert run.stdout == ""
 
 
 def test_packs_the_executable_the_guide_the_notices_the_bill_and_their_sums(sources):
-    commit_time = subprocess.run(["git", "log", "-1", "--format=%cd", "--date=format-local:%Y %m %d %H %M %S"],
-                                 cwd=sources, env=os.environ | {"TZ": "UTC"}, check=True, capture_output=True)  # fmt: skip
-    *minute, second = map(int, commit_time.stdout.split())
+    show_time = ["git", "log", "-1", "--format=%cd", "--date=format-local:%Y %m %d %H %M %S"]
+    *minute, second = map(int, output_of(*show_time, cwd=sources, env=os.environ | {"TZ": "UTC"}).split())
 
     with zipfile.ZipFile(sources / "dist" / PACKAGE) as archive:
         entries = archive.infolist()
@@ -238,7 +235,7 @@ def test_makes_a_release_of_what_one_place_says(sources):
 
 
 def test_packs_the_program_that_all_other_tests_run(windows_executable, tmp_path):
-    if subprocess.run(["git", "status", "--porcelain"], cwd=TOP, check=True, capture_output=True).stdout:
+    if output_of("git", "status", "--porcelain", cwd=TOP):
         pytest.skip("the other tests run a program that is not the committed one")
 
     run = package(clone(tmp_path / "clone"), "--output", tmp_path)
@@ -265,8 +262,7 @@ def test_records_what_made_the_package(sources):
 
     named = {tool.split(":")[0]: version for tool, version in re.findall(r"^ (\S+) \(= (\S+)\)$", tools, re.MULTILINE)}
     assert {"clang-14", "lld-14", "libllvm14", "mingw-w64-common", "juce-modules-source-data", "zip"} <= set(named)
-    query = ["dpkg-query", "--show", "--showformat", "${Package} ${Version}\n", *named]
-    installed = subprocess.run(query, check=True, capture_output=True, text=True).stdout
+    installed = output_of("dpkg-query", "--show", "--showformat", "${Package} ${Version}\n", *named)
     assert dict(line.split() for line in installed.splitlines()) == named
 
 
@@ -276,8 +272,7 @@ def test_keeps_what_reads_the_addresses_in_a_report_of_a_crash(sources, tmp_path
     (address,) = re.findall(rf" {symbol} +([0-9a-f]{{16}}) +libjuce_core:", (sources / "dist" / MAP).read_text())
     offset = hex(int(address, 16) - 0x140000000 + 20)
 
-    symbolizer = ["llvm-symbolizer", "--obj", unstripped, "--relative-address", offset]
-    told = subprocess.run(symbolizer, check=True, capture_output=True, text=True).stdout
+    told = output_of("llvm-symbolizer", "--obj", unstripped, "--relative-address", offset)
     subprocess.run(["llvm-strip", unstripped, "-o", tmp_path / "stripped.exe"], check=True)
 
     assert told.startswith("juce::File::deleteRecursively(bool) const\n")
@@ -287,28 +282,19 @@ def test_keeps_what_reads_the_addresses_in_a_report_of_a_crash(sources, tmp_path
 @pytest.mark.skipif(not DEBIAN_12, reason="names packages of Debian 12")
 def test_bills_all_that_is_linked_in(sources):
     bill = json.loads(content_of(sources / "dist" / PACKAGE)["OrvexCleaner.cdx.json"])
+    gcc, cpp, mingw = "gcc-mingw-w64-x86-64-posix", "g++-mingw-w64-x86-64-posix", "mingw-w64-x86-64-dev"
+    gcc_licence = "GPL-3.0-or-later WITH GCC-exception-3.1"
+    own_licences = "LicenseRef-Lucent AND LicenseRef-David-Gay AND LicenseRef-Keith-Marshall"
 
     assert bill["metadata"]["component"]["version"] == NEXT_VERSION
     assert [(part["name"], part["version"], part["licenses"][0]["expression"]) for part in bill["components"]] == [
         ("juce_core", version_of("juce-modules-source-data"), "ISC"),
         ("zlib", version_of("libz-mingw-w64-dev"), "Zlib"),
-        (
-            "libiberty",
-            version_of("g++-mingw-w64-x86-64-posix"),
-            "GPL-2.0-or-later WITH GCC-exception-2.0",
-        ),
-        (
-            "libstdc++",
-            version_of("g++-mingw-w64-x86-64-posix"),
-            "GPL-3.0-or-later WITH GCC-exception-3.1 AND HPND-sell-variant",
-        ),
-        ("libgcc", version_of("gcc-mingw-w64-x86-64-posix"), "GPL-3.0-or-later WITH GCC-exception-3.1"),
-        ("winpthreads", version_of("mingw-w64-x86-64-dev"), "MIT AND BSD-3-Clause"),
-        (
-            "mingw-w64",
-            version_of("mingw-w64-x86-64-dev"),
-            "ZPL-2.1 AND LicenseRef-Lucent AND LicenseRef-David-Gay AND LicenseRef-Keith-Marshall",
-        ),
+        ("libiberty", version_of(cpp), "GPL-2.0-or-later WITH GCC-exception-2.0"),
+        ("libstdc++", version_of(cpp), f"{gcc_licence} AND HPND-sell-variant"),
+        ("libgcc", version_of(gcc), gcc_licence),
+        ("winpthreads", version_of(mingw), "MIT AND BSD-3-Clause"),
+        ("mingw-w64", version_of(mingw), f"ZPL-2.1 AND {own_licences}"),
     ]
 
 
@@ -344,8 +330,7 @@ def bill_refused(linker_map: Path, notices: Path) -> str:
 
 def version_of(name: str) -> str:
     """The upstream part of the version of Debian's package."""
-    query = ["dpkg-query", "--show", "--showformat", "${Version}", name]
-    return re.match(r"[\d.]+", subprocess.run(query, check=True, capture_output=True, text=True).stdout)[0]
+    return re.match(r"[\d.]+", output_of("dpkg-query", "--show", "--showformat", "${Version}", name))[0]
 
 
 @pytest.fixture(scope="module")
@@ -355,8 +340,7 @@ def validator(tmp_path_factory):
     shutil.copy(TOP / "tests" / "tools" / "validate-bill.js", folder)
     packages = ["@cyclonedx/cyclonedx-library@6.13.1", "ajv@8.17.1", "ajv-formats@3.0.1"]
     packages += ["ajv-formats-draft2019@1.6.1", "spdx-expression-parse@4.0.0"]
-    install = ["npm", "install", "--omit=optional", "--ignore-scripts", "--no-audit", "--no-fund", *packages]
-    subprocess.run(install, cwd=folder, check=True, capture_output=True)
+    output_of("npm", "install", "--omit=optional", "--ignore-scripts", "--no-audit", "--no-fund", *packages, cwd=folder)
 
     def validate(bill: bytes) -> str:
         return subprocess.run(["node", folder / "validate-bill.js"], input=bill, capture_output=True).stdout.decode()
@@ -366,17 +350,12 @@ def validator(tmp_path_factory):
 
 def test_gives_the_licences_of_what_is_linked_in_word_for_word():
     documents = Path("/usr/share/doc")
-    headers = Path("/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++")
-    originals = " ".join(
-        words(file.read_text())
-        for file in (
-            Path("/usr/share/juce/modules/juce_core/juce_core.h"),
-            documents / "libz-mingw-w64-dev" / "copyright",
-            documents / "gcc-mingw-w64-base" / "copyright",
-            headers / "bits" / "stl_algo.h",
-            documents / "mingw-w64-common" / "copyright",
-        )
-    )
+    files = [
+        documents / name / "copyright" for name in ("libz-mingw-w64-dev", "gcc-mingw-w64-base", "mingw-w64-common")
+    ]
+    files.append(Path("/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++/bits/stl_algo.h"))
+    files.append(Path("/usr/share/juce/modules/juce_core/juce_core.h"))
+    originals = " ".join(words(file.read_text()) for file in files)
 
     notices = (TOP / "docs" / "third-party-notices.txt").read_text()
 
@@ -409,16 +388,10 @@ def test_signs_the_executable_by_a_key_on_a_token(sources, certificate, token, t
 def signed_by(run: subprocess.CompletedProcess, certificate: Path, folder: Path):
     packed = folder / "signed" / PACKAGE
 
-    assert run.returncode == 0, run.stderr
-    assert (
-        run.stderr
-        == f"""\
-{NO_TIMESTAMP}Building the program for Windows
-Signing OrvexCleaner.exe
-Packing {PACKAGE}
-Made {packed}
-"""
-    )
+    said = ["Building the program for Windows", "Signing OrvexCleaner.exe", f"Packing {PACKAGE}", f"Made {packed}"]
+    assert run.stderr == NO_TIMESTAMP + "".join(f"{line}\n" for line in said)
+    assert run.returncode == 0
+
     with zipfile.ZipFile(packed) as archive:
         archive.extractall(folder)
         assert archive.namelist() == CONTENTS
@@ -513,18 +486,15 @@ def no_package_made(run: subprocess.CompletedProcess, output: Path, reason: str)
     assert not output.exists()
 
 
+ON_TOKEN = ["--pkcs11-module", SOFTHSM, "--key", "pkcs11:token=Orvex", "--certificate", "c.pem"]
+
+
 @pytest.mark.parametrize(
     "options, told",
     [
-        (["--key", "pkcs11:token=Orvex"], "--pkcs11-module, --key and --certificate go together"),
-        (
-            ["--pkcs11-module", SOFTHSM, "--certificate", "c.pem"],
-            "--pkcs11-module, --key and --certificate go together",
-        ),
-        (
-            ["--sign", "c.p12", "--pkcs11-module", SOFTHSM, "--key", "pkcs11:token=Orvex", "--certificate", "c.pem"],
-            "the key is in a file or on a token, not both",
-        ),
+        (ON_TOKEN[2:4], "--pkcs11-module, --key and --certificate go together"),
+        (ON_TOKEN[:2] + ON_TOKEN[4:], "--pkcs11-module, --key and --certificate go together"),
+        (["--sign", "c.p12", *ON_TOKEN], "the key is in a file or on a token, not both"),
         (["--timestamp", "http://127.0.0.1:9/"], "--timestamp goes with a signature"),
         (["--sign"], "--sign needs a value"),
         (["--singn"], "there is no option '--singn'"),
@@ -544,15 +514,8 @@ def test_makes_no_package_of_what_is_not_committed(tmp_path):
 
     run = package(changed)
 
-    assert (
-        run.stderr
-        == """\
-scripts/package: these files are not as they are committed, and a package is made of a commit:
- M CMakeLists.txt
-?? notes.txt
-No package was made.
-"""
-    )
+    told = "scripts/package: these files are not as they are committed, and a package is made of a commit:"
+    assert run.stderr == f"{told}\n M CMakeLists.txt\n?? notes.txt\nNo package was made.\n"
     assert run.returncode == 1
     assert not (changed / "dist").exists()
 
@@ -577,102 +540,75 @@ def test_tells_how_it_is_used(sources):
 
 
 def test_verifies_a_package_without_a_signature(sources, verified):
-    assert verified.stdout == f"Verified: commit {head_of(sources)}"
-    assert verified.returncode == 0
+    assert verified == (f"Verified: commit {head_of(sources)}", 0)
 
 
 def test_verifies_a_package_apart_from_its_signature(sources, elsewhere, certificate, tmp_path):
     run = package(sources, "--sign", certificate, "--output", tmp_path, password="secret")
     assert run.returncode == 0, run.stderr
 
-    run = verify(elsewhere, tmp_path / PACKAGE)
-
     of_whom = "apart from the signature, which is that of /CN=Throwaway"
-    assert run.stdout == f"Verified {of_whom}: commit {head_of(sources)}"
-    assert run.returncode == 0
+    assert verify(elsewhere, tmp_path / PACKAGE) == (f"Verified {of_whom}: commit {head_of(sources)}", 0)
 
 
 @pytest.mark.parametrize("name", ["OrvexCleaner.exe", "guide.txt"])
-def test_finds_a_changed_byte(sources, elsewhere, tmp_path, name):
-    run = verify(elsewhere, changed(sources, tmp_path, name, at=0x3E9))
+def test_finds_a_changed_byte(elsewhere, packed, name):
+    replace(packed, name, changed(content_of(packed)[name], at=0x3E9))
 
-    assert run.stdout == f"Different: {name}, from offset 1001 on\n"
-    assert run.returncode == 1
+    assert verify(elsewhere, packed) == (f"Different: {name}, from offset 1001 on\n", 1)
 
 
-def test_finds_a_changed_byte_under_a_signature(sources, elsewhere, certificate, tmp_path):
-    packed = changed(sources, tmp_path, "OrvexCleaner.exe", at=0x8000)
+def test_finds_a_changed_byte_under_a_signature(elsewhere, packed, certificate, tmp_path):
     plain, signed = tmp_path / "plain.exe", tmp_path / "signed.exe"
-    plain.write_bytes(content_of(packed)["OrvexCleaner.exe"])
-    sign = ["osslsigncode", "sign", "-pkcs12", certificate, "-pass", "secret", "-in", plain, "-out", signed]
-    subprocess.run(sign, check=True, capture_output=True)
-    executable = bytearray(signed.read_bytes())
+    plain.write_bytes(changed(content_of(packed)["OrvexCleaner.exe"], at=0x8000))
+    output_of("osslsigncode", "sign", "-pkcs12", certificate, "-pass", "secret", "-in", plain, "-out", signed)
 
-    replace(packed, "OrvexCleaner.exe", executable)
-    run = verify(elsewhere, packed)
+    replace(packed, "OrvexCleaner.exe", signed.read_bytes())
+    with_the_signature = verify(elsewhere, packed)
+    replace(packed, "OrvexCleaner.exe", changed(signed.read_bytes(), at=0x8000))  # as it was before
+    without_the_change = verify(elsewhere, packed)
 
-    assert run.stdout == "Different: OrvexCleaner.exe, from offset 32768 on\n"
-    assert run.returncode == 1
-
-    executable[0x8000] ^= 1  # as it was before
-    replace(packed, "OrvexCleaner.exe", executable)
-    run = verify(elsewhere, packed)
-
-    assert run.stdout == "Different: the signature of OrvexCleaner.exe is not of this executable\n"
-    assert run.returncode == 1
+    assert with_the_signature == ("Different: OrvexCleaner.exe, from offset 32768 on\n", 1)
+    told = "Different: the signature of OrvexCleaner.exe is not of this executable\n"
+    assert without_the_change == (told, 1)
 
 
-def test_finds_other_files_than_the_package_has(sources, elsewhere, tmp_path):
-    packed = copy(sources, tmp_path)
+def test_finds_other_files_than_the_package_has(elsewhere, packed):
     with zipfile.ZipFile(packed, "a") as archive:
         archive.writestr("winmm.dll", "planted")
 
-    run = verify(elsewhere, packed)
-
-    assert run.stdout == f"Different: the package has the files {[*CONTENTS, 'winmm.dll']} and not {CONTENTS}\n"
-    assert run.returncode == 1
+    told = f"Different: the package has the files {[*CONTENTS, 'winmm.dll']} and not {CONTENTS}\n"
+    assert verify(elsewhere, packed) == (told, 1)
 
 
-def test_finds_a_record_of_another_package(sources, elsewhere, tmp_path):
-    packed = copy(sources, tmp_path)
-    record = tmp_path / RECORD
+def test_finds_a_record_of_another_package(elsewhere, packed):
+    record = packed.with_name(RECORD)
     record.write_text(record.read_text().replace(sum_of(packed.read_bytes()), sum_of(b"another")))
 
-    run = verify(elsewhere, packed)
-
-    assert run.stdout == "Different: the sums in the record are not those of the package\n"
-    assert run.returncode == 1
+    told = "Different: the sums in the record are not those of the package\n"
+    assert verify(elsewhere, packed) == (told, 1)
 
 
-def test_finds_a_changed_byte_of_the_zip(sources, elsewhere, tmp_path):
-    packed = copy(sources, tmp_path)
-    content = bytearray(packed.read_bytes())
-    content[len(content) // 2] ^= 1
-    packed.write_bytes(content)
+def test_finds_a_changed_byte_of_the_zip(elsewhere, packed):
+    content = packed.read_bytes()
+    packed.write_bytes(changed(content, at=len(content) // 2))
 
-    run = verify(elsewhere, packed)
+    said, exit_code = verify(elsewhere, packed)
 
-    assert re.fullmatch(r"Different: OrvexCleaner\.exe cannot be unpacked: .+\n", run.stdout)
-    assert run.returncode == 1
+    assert re.fullmatch(r"Different: OrvexCleaner\.exe cannot be unpacked: .+\n", said)
+    assert exit_code == 1
 
 
-def test_verifies_nothing_that_is_no_package(elsewhere, tmp_path):
-    (tmp_path / PACKAGE).write_text("no zip")
+def test_verifies_nothing_that_is_no_package(elsewhere, packed):
+    packed.write_text("no zip")
 
-    run = verify(elsewhere, tmp_path / PACKAGE)
-
-    assert run.stdout == f"Not verifiable here: {tmp_path / PACKAGE} is no package: File is not a zip file\n"
-    assert run.returncode == 2
+    assert verify(elsewhere, packed) == (f"Not verifiable here: {packed} is no package: File is not a zip file\n", 2)
 
 
-def test_verifies_nothing_without_its_record(sources, elsewhere, tmp_path):
-    packed = copy(sources, tmp_path)
-    (tmp_path / RECORD).unlink()
+def test_verifies_nothing_without_its_record(elsewhere, packed):
+    packed.with_name(RECORD).unlink()
 
-    run = verify(elsewhere, packed)
-
-    assert run.stdout == f"Not verifiable here: there is no record {tmp_path / RECORD}\n"
-    assert run.returncode == 2
+    assert verify(elsewhere, packed) == (f"Not verifiable here: there is no record {packed.with_name(RECORD)}\n", 2)
 
 
 @pytest.mark.parametrize(
@@ -684,34 +620,23 @@ def test_verifies_nothing_without_its_record(sources, elsewhere, tmp_path):
         (r"Commit: \S+", "Commit: ", r"\S+\.buildinfo names no commit"),
     ],
 )
-def test_verifies_nothing_that_cannot_be_made_here(sources, elsewhere, tmp_path, recorded, forged, told):
-    packed = copy(sources, tmp_path)
-    record = tmp_path / RECORD
+def test_verifies_nothing_that_cannot_be_made_here(elsewhere, packed, recorded, forged, told):
+    record = packed.with_name(RECORD)
     record.write_text(re.sub(recorded, forged, record.read_text()))
 
-    run = verify(elsewhere, packed)
+    said, exit_code = verify(elsewhere, packed)
 
-    assert re.fullmatch(f"Not verifiable here: {told}\n", run.stdout)
-    assert run.returncode == 2
-
-
-def copy(sources: Path, folder: Path) -> Path:
-    """A copy of the package with its record."""
-    shutil.copy(sources / "dist" / RECORD, folder)
-    return Path(shutil.copy(sources / "dist" / PACKAGE, folder))
+    assert re.fullmatch(f"Not verifiable here: {told}\n", said)
+    assert exit_code == 2
 
 
-def changed(sources: Path, folder: Path, name: str, at: int) -> Path:
-    """A copy of the package in which one byte of this file is another."""
-    packed = copy(sources, folder)
-    content = bytearray(content_of(packed)[name])
-    content[at] ^= 1
-    replace(packed, name, content)
-    return packed
+def changed(content: bytes, at: int) -> bytes:
+    """The content with another byte there."""
+    return content[:at] + bytes([content[at] ^ 1]) + content[at + 1 :]
 
 
 def replace(packed: Path, name: str, replacement: bytes):
-    content = content_of(packed) | {name: bytes(replacement)}
+    content = content_of(packed) | {name: replacement}
     with zipfile.ZipFile(packed, "w") as archive:
         for entry in content:
             archive.writestr(entry, content[entry])
