@@ -73,6 +73,9 @@ class Machine:
         paths = {path for location in locations for path in location.rglob("*")}
         return {path for path in paths if not any(path.is_relative_to(kept) for kept in self.kept_by_system)}
 
+    def restart(self) -> None:
+        """Starts the machine anew, if it is one that runs on."""
+
     def shown(self, path: Path) -> str:
         """The path as the program writes it."""
         raise NotImplementedError
@@ -303,6 +306,9 @@ class Windows(Machine):
             for folder in folders:
                 shutil.rmtree(folder, ignore_errors=True)
                 (self.c / f"{folder.name} aside").rename(folder)
+
+    def restart(self) -> None:
+        self.prepare()
 
     def shown(self, path: Path) -> str:
         return "C:\\" + str(path.relative_to(self.c)).replace("/", "\\")

@@ -368,10 +368,11 @@ def test_removes_folders_1000_deep(machine, deep_folders):
     content = CONTENT.paths(machine)[0]
     deep_folders(content, "d", 1000)
 
+    # The desktop of an earlier test may end while the program is busy for long, which then shows nothing.
+    machine.restart()
     run = machine.run("--clean=Content", answers="y\n\n")
 
-    # Wine's Explorer does not always come up behind a deletion of this depth, so what it shows is left open.
-    assert run == succeeded(machine, QUESTION + removed(CONTENT, machine.shown(content)), revealed=run.revealed)
+    assert run == succeeded(machine, QUESTION + removed(CONTENT, machine.shown(content)))
     assert not content.exists()
 
 
