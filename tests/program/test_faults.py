@@ -223,17 +223,21 @@ def is_asleep(process_id: int) -> bool:
     return Path(f"/proc/{process_id}/stat").read_text().rpartition(")")[2].split()[0] == "S"
 
 
+def run_whose_reader_goes_away(machine) -> Run:
+    """What becomes of a session when nobody will read any more what it is about to write."""
+    with full_pipe() as (reader, writer):
+        process = machine.start("--clean=Content", stdout=writer)
+        writer.close()
+        assert not wait_for(lambda: process.poll() is not None, seconds=0.5)
+        reader.close()
+        return machine.outcome(process)
+
+
 def test_is_ended_by_linux_when_the_reader_of_its_output_goes_away(linux):
     content = place_content(linux)
 
-    with full_pipe() as (reader, writer):
-        process = linux.start("--clean=Content", stdout=writer)
-        writer.close()
-        has_ended = wait_for(lambda: process.poll() is not None, seconds=0.5)
-        reader.close()
-        run = linux.outcome(process)
+    run = run_whose_reader_goes_away(linux)
 
-    assert not has_ended
     assert run == Run(console="", errors="", exit_code=128 + signal.SIGPIPE, log=None, revealed=[])
     assert content.is_dir()
 
@@ -241,14 +245,8 @@ def test_is_ended_by_linux_when_the_reader_of_its_output_goes_away(linux):
 def test_goes_on_under_windows_when_the_reader_of_its_output_goes_away(windows):
     content = place_content(windows)
 
-    with full_pipe() as (reader, writer):
-        process = windows.start("--clean=Content", stdout=writer)
-        writer.close()
-        has_ended = wait_for(lambda: process.poll() is not None, seconds=0.5)
-        reader.close()
-        run = windows.outcome(process)
+    run = run_whose_reader_goes_away(windows)
 
-    assert not has_ended
     assert run == succeeded(windows, QUESTION + removed(CONTENT, windows.shown(content)), console="")
     assert not content.exists()
 
