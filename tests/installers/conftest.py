@@ -1,23 +1,13 @@
 import os
-import sys
 from pathlib import Path
 
 import pytest
 
-sys.path.append(str(Path(__file__).resolve().parents[1] / "program"))
 pytest.register_assert_rewrite("setups")
 
 from inno import InnoWindows  # noqa: E402
 from machines import Windows  # noqa: E402
 from setups import copies_of_nsis, everything  # noqa: E402
-
-
-@pytest.fixture(scope="module")
-def windows_is_up():
-    """The Windows of the whole-program tests, for programs of 64 bits alone and without a display."""
-    Windows.prepare()
-    yield
-    Windows.shut_down()
 
 
 @pytest.fixture

@@ -40,15 +40,14 @@ class InnoWindows(Windows):
     @classmethod
     @contextmanager
     def started(cls):
-        """The Windows is up meanwhile, with a display that nobody sees."""
+        """The same, with a display that nobody sees."""
         server = cls.entered("Xvfb", "-displayfd", "1", "-nolisten", "tcp")
 
         with subprocess.Popen(server, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as display:
             cls.display = ":" + display.stdout.readline().strip()
 
             try:
-                cls.prepare()
-                yield
+                with super().started():
+                    yield
             finally:
-                cls.shut_down()
                 display.terminate()

@@ -6,20 +6,16 @@ import subprocess
 from itertools import product as each_with_each
 from pathlib import Path
 
-from machines import UNINSTALL_KEY, wait_for
+from machines import UNINSTALL_KEY, put, wait_for
 from runs import Run, failed, succeeded
+from texts import cleaned, file_deleted, folder_deleted, folder_not_deleted, opening
+
+STUDIO_FILES = ["Orvex Studio/Orvex Studio.exe", "Orvex Studio/Licence.txt", "Common Files/VST3/Orvex.vst3/Orvex.vst3"]
+MANAGER_FILES = ["Orvex Product Manager/Orvex Product Manager.exe", "Orvex Product Manager/Licence.txt"]
 
 SOURCES = Path(__file__).resolve().parent / "setups"
 OK, YES = 1, 6  # the buttons of dialogs
 INNO_SILENTLY = ["/VERYSILENT", "/SUPPRESSMSGBOXES", "/NORESTART"]
-
-
-def put(folder: Path, *files: str) -> None:
-    """Makes files, with their folders."""
-    for file in files:
-        path = folder / file
-        path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_text(f"This is {path.name}.\n")
 
 
 def install_by_nsis(windows, name: str, *files: str, options: tuple[str, ...] = ()) -> None:
@@ -134,36 +130,19 @@ def listed_programs(windows, bits: int = 64) -> dict[str, str]:
 
 def ways(folder: str) -> dict[str, str]:
     """What a run may write of a folder that its uninstaller may still be removing."""
-    deleting = f"[time][Info] Deleting directory: {folder}\n"
-    seen_as_file = "[time][Warning] Directory is actually a file, attempting to delete file...\n"
     return {
-        "the program removes it": deleting + f"[time][Info] Directory deleted: {folder}\n",
+        "the program removes it": folder_deleted(folder),
         "the uninstaller has removed it": "",
-        "it goes between two looks at it": seen_as_file + f"[time][Info] File deleted: {folder}\n",
-        "something in it goes first": deleting + f"[time][Critical] Unable to delete directory: {folder}\n",
+        "it goes between two looks at it": file_deleted(folder),
+        "something in it goes first": folder_not_deleted(folder),
     }
 
 
-def outcomes(machine, name: str, start: str, contested: list[str], rest: str = "") -> list[Run]:
+def outcomes(machine, product, start: str, contested: list[str], rest: str = "") -> list[Run]:
     """All that a run may be in which the uninstallers of these folders are still at work.
 
-    The transcript is the start, then one of the ways for each folder, the rest, and what that sums up to.
+    The steps are those of the start, then one of the ways for each folder, and the rest.
     """
-    texts = each_with_each(*(ways(folder).values() for folder in contested))
-    return [outcome(machine, name, start, "".join(text) + rest) for text in texts]
-
-
-def outcome(machine, name: str, start: str, deletions: str) -> Run:
-    directories = deletions.count("Directory deleted:")
-    files = deletions.count("File deleted:")
-    totals = f"[time][Info] Directories removed: {directories}\n[time][Info] Files removed: {files}\n"
-
-    if "Unable" not in deletions:
-        return succeeded(machine, start + deletions + totals + f"[time][Info] {name} was successfully removed.\n")
-
-    if directories + files > 0:
-        verdict = f"[time][Warning] {name} was partially removed, but encountered some errors.\n"
-    else:
-        verdict = f"[time][Info] {name} encountered errors and could not be removed.\n"
-
-    return failed(start + deletions + totals + verdict)
+    choices = each_with_each(*(ways(folder).values() for folder in contested))
+    transcripts = [opening(product) + cleaned(product, start + "".join(choice) + rest) for choice in choices]
+    return [failed(text) if "Unable to delete" in text else succeeded(machine, text) for text in transcripts]

@@ -2,14 +2,18 @@
 
 import re
 
+from machines import put
+from products import PRODUCT_MANAGER
 from runs import failed, succeeded
-from setups import install_by_msi, left, listed_programs, put, run_again
+from setups import install_by_msi, left, listed_programs, run_again
+from texts import NOT_STARTED, aborted, advice, opening, removed
 
-MANAGER = ["Orvex Product Manager/Orvex Product Manager.exe"]
+PROGRAM = "C:\\Program Files\\Orvex Product Manager\\Orvex Product Manager.exe"
+SETTINGS = "C:\\Program Files\\Orvex Product Manager\\settings.json"
 
 
 def test_a_package_is_left_alone_and_what_it_leaves_goes_after_it_was_uninstalled_by_hand(windows):
-    install_by_msi(windows, *MANAGER)
+    install_by_msi(windows, "Orvex Product Manager/Orvex Product Manager.exe")
     put(windows.program_files, "Orvex Product Manager/settings.json")
     put(windows.user_data, "OrvexProductManager/account.json")
     account = windows.shown(windows.user_data / "OrvexProductManager" / "account.json")
@@ -19,49 +23,17 @@ def test_a_package_is_left_alone_and_what_it_leaves_goes_after_it_was_uninstalle
 
     run = windows.run("--clean=ProductManager", answers="y\n\n")
 
-    transcript = """\
-[time][Info] Target: Orvex Product Manager
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Product Manager
-[time][Warning] Cleaner failed to launch the uninstaller.
-[time][Info] Uninstaller exit code: 0
-[time][Info] Existing Orvex Product Manager software installation detected.
-[time][Info] Please first uninstall this software using Add/Remove Programs.
-[time][Info] You can re-run this cleaner after Orvex Product Manager has been uninstalled to clean up any final files.
-[time][Warning] Cleaning was aborted.
-"""
-    assert run == failed(transcript)
-    assert (
-        left(windows)
-        == everything
-        == sorted(
-            [
-                "C:\\Program Files\\Orvex Product Manager\\Orvex Product Manager.exe",
-                "C:\\Program Files\\Orvex Product Manager\\settings.json",
-                account,
-            ]
-        )
-    )
+    advised = NOT_STARTED + advice("Orvex Product Manager")
+    assert run == failed(opening(PRODUCT_MANAGER) + aborted(PRODUCT_MANAGER, advised))
+    assert left(windows) == everything == sorted([PROGRAM, SETTINGS, account])
     assert listed_programs(windows) == {"Orvex Product Manager": command}
 
     assert windows.tool("msiexec", "/x", product, "/qn").wait() == 0
-    assert left(windows) == ["C:\\Program Files\\Orvex Product Manager\\settings.json", account]
+    assert left(windows) == [SETTINGS, account]
     run = run_again(windows, "--clean=ProductManager", answers="y\n\n")
 
-    transcript = """\
-[time][Info] Target: Orvex Product Manager
-[time][Info] Remove Orvex Product Manager and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Product Manager
-[time][Info] Deleting directory: C:\\Program Files\\Orvex Product Manager
-[time][Info] Directory deleted: C:\\Program Files\\Orvex Product Manager
-[time][Info] Deleting directory: ROAMING\\OrvexProductManager
-[time][Info] Directory deleted: ROAMING\\OrvexProductManager
-[time][Info] Directories removed: 2
-[time][Info] Files removed: 0
-[time][Info] Orvex Product Manager was successfully removed.
-""".replace(
-        "ROAMING", windows.shown(windows.user_data)
-    )
+    folders = windows.program_files / "Orvex Product Manager", windows.user_data / "OrvexProductManager"
+    transcript = opening(PRODUCT_MANAGER) + removed(PRODUCT_MANAGER, *map(windows.shown, folders))
     assert run == succeeded(windows, transcript)
     assert left(windows) == []
     assert listed_programs(windows) == {}

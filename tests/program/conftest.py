@@ -1,3 +1,4 @@
+import copy
 import os
 
 import pytest
@@ -40,14 +41,6 @@ def kind_of(item) -> str | None:
     return parameters.get("machine", parameters.get("linux"))
 
 
-@pytest.fixture(scope="module")
-def windows_is_up():
-    """A Windows that is started anew for each module, so that little can pile up in it."""
-    Windows.prepare()
-    yield
-    Windows.shut_down()
-
-
 @pytest.fixture
 def windows(windows_is_up, tmp_path):
     """A clean Windows with the program in the Downloads folder."""
@@ -86,3 +79,12 @@ def machine(request, tmp_path):
 def windows_executable():
     """The executable as it was built for Windows."""
     return BUILD / "windows" / "OrvexCleaner.exe"
+
+
+@pytest.fixture
+def other_copy(machine):
+    """The same machine for a second copy of the program, with a console of its own."""
+    other = copy.copy(machine)
+    other.scratch = machine.scratch / "other"
+    other.scratch.mkdir()
+    return other

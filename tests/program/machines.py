@@ -60,12 +60,21 @@ class Machine:
     log_file: Path  # where the log file is expected
     kept_by_system: list[Path]  # what the system itself may change below the locations
 
-    def __init__(self, scratch: Path):
+    def __init__(self, scratch: Path, home: Path, downloads: Path):
         self.scratch = scratch
+        self.downloads = downloads
+        self.working_folder = downloads
+        self.desktop = home / "Desktop"
+        self.log_file = self.desktop / "OrvexCleaner.log"
 
     @property
     def vst3(self) -> Path:
         return self.program_files / "Common Files" / "VST3"
+
+    @property
+    def content(self) -> Path:
+        """The one folder of the product that most tests are about."""
+        return self.shared_data / "TessaraWorks" / "Content"
 
     def tree(self) -> set[Path]:
         """All that lies below the locations of products."""
@@ -172,17 +181,13 @@ class Windows(Machine):
     has_uninstall_entries = True  # of an earlier test, perhaps
 
     def __init__(self, scratch: Path):
-        super().__init__(scratch)
         self.c = self.prefix / "drive_c"
         self.home = next(user for user in (self.c / "users").iterdir() if user.name != "Public")
+        super().__init__(scratch, self.home, self.home / "Downloads")
+        self.program = self.downloads / "OrvexCleaner.exe"
         self.shared_data = self.c / "ProgramData"
         self.program_files = self.c / "Program Files"
         self.user_data = self.home / "AppData" / "Roaming"
-        self.desktop = self.home / "Desktop"
-        self.downloads = self.home / "Downloads"
-        self.program = self.downloads / "OrvexCleaner.exe"
-        self.working_folder = self.downloads
-        self.log_file = self.desktop / "OrvexCleaner.log"
         self.kept_by_system = [self.shared_data / "Microsoft", self.user_data / "Microsoft"]
         self.clean()
 
@@ -190,6 +195,17 @@ class Windows(Machine):
     def make(cls) -> None:
         """Makes the Windows, if it is not there yet."""
         cls.carry_out(TOP / "scripts" / "support" / "wine-prefix", cls.prefix)
+
+    @classmethod
+    @contextmanager
+    def started(cls):
+        """The Windows is up meanwhile."""
+        cls.prepare()
+
+        try:
+            yield
+        finally:
+            cls.shut_down()
 
     @classmethod
     def prepare(cls) -> None:
@@ -394,19 +410,16 @@ class Linux(Machine):
     newline = b"\n"
 
     def __init__(self, scratch: Path, preset: str):
-        super().__init__(scratch)
-        self.preset = preset
         self.root = scratch / "machine"
+        home = self.root / "home/user"
+        super().__init__(scratch, home, home)
+        self.program = home / "OrvexCleaner"
+        self.preset = preset
         self.options = []  # of tests/isolated
         self.launcher = []  # a command in front of the program
         self.shared_data = self.root / "opt"
         self.program_files = self.root / "usr"
-        self.user_data = self.root / "home/user/.config"
-        self.desktop = self.root / "home/user/Desktop"
-        self.downloads = self.root / "home/user"
-        self.program = self.downloads / "OrvexCleaner"
-        self.working_folder = self.downloads
-        self.log_file = self.desktop / "OrvexCleaner.log"
+        self.user_data = home / ".config"
         self.kept_by_system = [self.program_files / "lib", self.program_files / "lib64"]
 
         for folder in (self.shared_data, self.program_files, self.user_data, self.desktop):
@@ -508,6 +521,20 @@ def without_line_ends(content: bytes, newline: bytes) -> str:
     wrong = content.replace(newline, b"")
     assert b"\n" not in wrong and b"\r" not in wrong, content
     return content.replace(newline, b"\n").decode()
+
+
+def answer(process: subprocess.Popen, text: bytes) -> None:
+    """Types into the console of a program that runs."""
+    process.stdin.write(text)
+    process.stdin.flush()
+
+
+def put(folder: Path, *files: str) -> None:
+    """Makes files, with their folders."""
+    for file in files:
+        path = folder / file
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text("data")
 
 
 def contents_of(folder: Path) -> list[str]:

@@ -12,9 +12,7 @@ class Product:
     first_line: str
     question: str
     table: list[tuple[str, str]]  # a machine's location and what lies below it, in the order of deletion
-    lookups: tuple[
-        tuple[str, str], ...
-    ] = ()  # of each uninstaller: a part of its entry's name, and its name in the advice
+    lookups: tuple[tuple[str, str], ...] = ()  # of uninstallers: a part of the entry's name, and the advised name
 
     def paths(self, machine, missing: Collection[str] = ()) -> list[Path]:
         """The listed paths. Those below a missing location lie in the root of the drive."""

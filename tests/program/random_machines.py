@@ -1,7 +1,6 @@
 """Random machines, and a plain model of what the program has to do on them.
 
-A situation is all that a run depends on. The model predicts from it what the run leaves behind. It
-knows the program's texts and rules on its own, so that nothing of the program can be wrong unnoticed.
+A situation is all that a run depends on. The model predicts from it what the run leaves behind.
 """
 
 from dataclasses import dataclass, field
@@ -11,7 +10,20 @@ from hypothesis import strategies as st
 
 from machines import UNINSTALL_KEY
 from products import PRODUCTS
-from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
+from runs import Run, failed, succeeded
+from texts import (
+    ALL_PRODUCTS,
+    CANCELLED,
+    NOT_STARTED,
+    aborted,
+    advice,
+    cleaned,
+    exited,
+    file_deleted,
+    file_not_deleted,
+    folder_deleted,
+    folder_not_deleted,
+)
 
 FOLDER, FILE, UNDELETABLE = "folder", "file", "undeletable file"
 
@@ -55,18 +67,9 @@ class Situation:
 
 @dataclass
 class Outcome:
-    console: str
-    errors: str
-    exit_code: int
-    log: str
+    run: Run
     paths: set[Path]
     calls: dict[str, int]  # of each uninstaller
-
-    def __str__(self) -> str:
-        parts = [self.console, "errors:", self.errors, f"exit code: {self.exit_code}", "log:", self.log, "paths:"]
-        parts += [str(path) for path in sorted(self.paths)]
-        parts += [f"{name} called {count} times" for name, count in sorted(self.calls.items())]
-        return "\n".join(parts)
 
 
 UNINSTALLERS = "C:\\Uninstallers\\"
@@ -194,6 +197,14 @@ def random_situations(draw, with_registry: bool) -> Situation:
 
 # What the program has to do.
 
+# What is told of a path, which is a folder or is not, and could be deleted or not.
+DELETIONS = {
+    (True, True): folder_deleted,
+    (True, False): folder_not_deleted,
+    (False, True): file_deleted,
+    (False, False): file_not_deleted,
+}
+
 
 class Model:
     def __init__(self, machine, situation: Situation):
@@ -206,41 +217,28 @@ class Model:
         self.calls = {name: 0 for name, uninstaller in self.uninstallers.items() if uninstaller.kind == "program"}
         self.transcript = ""
 
-    def log(self, level: str, message: str) -> None:
-        self.transcript += f"[time][{level}] {message}\n"
-
-    def shown(self, path: Path) -> str:
-        return self.machine.shown(on_machine(self.machine, path))
-
     def run(self, arguments: list[str]) -> Outcome:
         targets = {f"--clean={product.target}": product for product in PRODUCTS if product.target}
 
         if arguments and arguments[0] in targets:
             product = targets[arguments[0]]
-            self.log("Info", product.first_line)
+            self.transcript += f"[time][Info] {product.first_line}\n"
             success = self.offer(product)
         else:
-            self.log("Info", "Target: All")
-            self.log("Info", "All installed Orvex & Velantone products will be cleaned.")
+            self.transcript += ALL_PRODUCTS
             success = all([self.offer(product) for product in PRODUCTS])
 
-        by_option = bool(arguments) and arguments[0].startswith("--clean=")
-        return Outcome(
-            console=BANNER + self.transcript + (ending(self.machine) if success else ""),
-            errors="" if success else FAILURE,
-            exit_code=1 if by_option and not success else 0,
-            log=LOG_BANNER + without_prompts(self.transcript),
-            paths=set(self.paths),
-            calls=self.calls,
-        )
+        exit_code = int(bool(arguments) and arguments[0].startswith("--clean="))  # of a failure
+        run = succeeded(self.machine, self.transcript) if success else failed(self.transcript, exit_code=exit_code)
+        return Outcome(run, set(self.paths), self.calls)
 
     def offer(self, product) -> bool:
-        self.log("Info", product.question)
+        self.transcript += f"[time][Info] {product.question}\n"
 
         if self.is_confirmed():
             return self.clean(product)
 
-        self.log("Info", "Cleaning cancelled by the user.")
+        self.transcript += CANCELLED
         return True
 
     def is_confirmed(self) -> bool:
@@ -257,47 +255,21 @@ class Model:
             assert line_end, "the program would ask for ever"
 
     def clean(self, product) -> bool:
-        self.log("Info", f"Cleaning: {product.name}")
-
         # All lookups, also those behind a failed one.
-        if not all([self.uninstall(fragment, name) for fragment, name in product.lookups]):
-            self.log("Warning", "Cleaning was aborted.")
+        lookups = [self.uninstall(fragment, name) for fragment, name in product.lookups]
+        steps = "".join(told for told, _ in lookups)
+
+        if not all(success for _, success in lookups):
+            self.transcript += aborted(product, steps)
             return False
 
-        folders = files = failures = 0
-
         for path in listed_paths(product):
-            if path not in self.paths:
-                continue
+            if path in self.paths:
+                is_folder = self.paths[path] == FOLDER
+                steps += DELETIONS[is_folder, self.delete(path)](self.machine.shown(on_machine(self.machine, path)))
 
-            is_folder = self.paths[path] == FOLDER
-
-            if is_folder:
-                self.log("Info", f"Deleting directory: {self.shown(path)}")
-            else:
-                self.log("Warning", "Directory is actually a file, attempting to delete file...")
-
-            if not self.delete(path):
-                self.log("Critical", f"Unable to delete {'directory' if is_folder else 'file'}: {self.shown(path)}")
-                failures += 1
-            elif is_folder:
-                self.log("Info", f"Directory deleted: {self.shown(path)}")
-                folders += 1
-            else:
-                self.log("Info", f"File deleted: {self.shown(path)}")
-                files += 1
-
-        self.log("Info", f"Directories removed: {folders}")
-        self.log("Info", f"Files removed: {files}")
-
-        if failures == 0:
-            self.log("Info", f"{product.name} was successfully removed.")
-        elif folders + files > 0:
-            self.log("Warning", f"{product.name} was partially removed, but encountered some errors.")
-        else:
-            self.log("Info", f"{product.name} encountered errors and could not be removed.")
-
-        return failures == 0
+        self.transcript += cleaned(product, steps)
+        return "Unable to delete" not in steps
 
     def delete(self, path: Path) -> bool:
         """Leaves the undeletable files at or below the path, and the folders that they are in."""
@@ -306,33 +278,23 @@ class Model:
         self.paths = {p: k for p, k in self.paths.items() if p in kept or not p.is_relative_to(path)}
         return not stubborn
 
-    def uninstall(self, fragment: str, advised_name: str) -> bool:
+    def uninstall(self, fragment: str, advised_name: str) -> tuple[str, bool]:
+        """What is told of the uninstaller, and whether the run goes on."""
         for _, entry in sorted(self.entries.items()):
             if entry.display_name is not None and fragment in entry.display_name:
                 break
         else:
-            return True
+            return "", True
 
         command = (entry.command or "").replace('"', "")
         name = command.removeprefix(UNINSTALLERS)
         kind = self.uninstallers[name].kind if name in self.uninstallers else "missing"
 
         if kind == "program":
-            self.log("Info", f"Uninstaller exit code: {self.uninstallers[name].exit_code}")
             self.carry_out(name)
-            return True
+            return exited(self.uninstallers[name].exit_code), True
 
-        self.log("Warning", "Cleaner failed to launch the uninstaller.")
-        self.log("Info", "Uninstaller exit code: 0")
-        self.log("Info", f"Existing {advised_name} software installation detected.")
-        self.log("Info", "Please first uninstall this software using Add/Remove Programs.")
-
-        if kind == "text":
-            self.log("Info", f"You can also run the uninstaller directly: {command}")
-
-        again = f"You can re-run this cleaner after {advised_name} has been uninstalled to clean up any final files."
-        self.log("Info", again)
-        return False
+        return NOT_STARTED + advice(advised_name, command if kind == "text" else None), False
 
     def carry_out(self, name: str) -> None:
         """Does what an uninstaller does."""
@@ -406,10 +368,7 @@ def run_on(machine, situation: Situation) -> Outcome:
     after = machine.tree()
     assert before <= after, "something was deleted that no test made"
     return Outcome(
-        console=run.console,
-        errors=run.errors,
-        exit_code=run.exit_code,
-        log=run.log,
+        run=run,
         paths={path_of_situation(machine, place) for place in after - before},
         calls={
             name: calls_of(machine, name)

@@ -2,6 +2,7 @@
 
 from dataclasses import dataclass, replace
 
+from products import PRODUCTS
 from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 
@@ -23,7 +24,7 @@ class Run:
 def succeeded(machine, transcript: str, **others) -> Run:
     """A session without a failure, which writes this transcript, but for what others say."""
     run = Run(
-        console=BANNER + transcript + ending(machine),
+        console=BANNER + transcript + ending(machine.shown(machine.log_file)),
         errors="",
         exit_code=0,
         log=LOG_BANNER + without_prompts(transcript),
@@ -52,3 +53,11 @@ def refused(errors: str) -> Run:
 def printed(text: str) -> Run:
     """A run that does nothing but to print a text."""
     return Run(console=text, errors="", exit_code=0, log=None, revealed=[])
+
+
+def clean(machine, product) -> Run:
+    """Runs the program on the one product, and declines all others where only all are offered together."""
+    if product.target:
+        return machine.run(f"--clean={product.target}", answers="y\n\n")
+
+    return machine.run("--clean=All", answers="n\n" * (len(PRODUCTS) - 1) + "y\n\n")

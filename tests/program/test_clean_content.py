@@ -1,13 +1,12 @@
 """--clean=Content from end to end."""
 
+from machines import put
 from runs import Run
 
 
 def test_removes_the_content_folder_after_a_yes(machine):
-    content = machine.shared_data / "TessaraWorks" / "Content"
-    (content / "Packs" / "Strings").mkdir(parents=True)
-    (content / "Packs" / "Strings" / "Legato.pack").write_text("samples")
-    (content / "Favourites.playlist").write_text("songs")
+    content = machine.content
+    put(content, "Packs/Strings/Legato.pack", "Favourites.playlist")
 
     run = machine.run("--clean=Content", answers="y\n\n")
 

@@ -15,60 +15,60 @@ Usage:
  OrvexCleaner --clean       Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}
 
 """
+ASK_FOR_HELP = [
+    "--help",
+    "-h",
+    "-xh",
+    "-vh",
+    "-help",
+    "--help=me",
+    "-v -h",
+    "--version --help",
+    "--clean=Content -h",
+    "--clean=wrong --help",
+    "unknown words and then --help",
+]
 
 VERSION_TEXT = f"Orvex Cleaner {VERSION} build {BUILD_TAG}\n"
+ASK_FOR_THE_VERSION = [
+    "--version",
+    "-v",
+    "-zv",
+    "-clean=OrvexStudio",  # one dash, and a v
+    "--version=2",
+    "--clean=All --version",
+    "--clean=Content -v",
+    "--clean --version",
+]
+
+PRINTED = {arguments: HELP for arguments in ASK_FOR_HELP} | dict.fromkeys(ASK_FOR_THE_VERSION, VERSION_TEXT)
+
+MISSING = "Missing --clean argument\n"
+WITHOUT_A_VALUE = [
+    ("--clean",),
+    ("--clean=",),
+    ("--clean= ",),
+    ("--clean", "Content"),
+    ("--clean=", "Content"),
+    ("--clean", "--clean=Content"),
+]
 
 INVALID = "Invalid --clean target: {}. Valid targets are: " + ", ".join(TARGETS) + "\n"
+NO_TARGETS = ["all", "content", "CONTENT", "Contents", "Conten", " Content", '"Content"', "Content=All", "Content,All"]
+NO_TARGETS += ["Company", "Velantone Content", "="]
+
+REFUSED = dict.fromkeys(WITHOUT_A_VALUE, MISSING)
+REFUSED |= {(f"--clean={value}",): INVALID.format(value) for value in NO_TARGETS}
 
 
-@pytest.fixture
-def content(linux):
-    folder = linux.shared_data / "TessaraWorks" / "Content"
-    folder.mkdir(parents=True)
-    return folder
+@pytest.mark.parametrize(("arguments", "text"), PRINTED.items(), ids=PRINTED)
+def test_prints_help_or_the_version_and_cleans_nothing(linux, arguments, text):
+    linux.content.mkdir(parents=True)
 
-
-@pytest.mark.parametrize(
-    "arguments",
-    [
-        "--help",
-        "-h",
-        "-xh",
-        "-vh",
-        "-help",
-        "--help=me",
-        "-v -h",
-        "--version --help",
-        "--clean=Content -h",
-        "--clean=wrong --help",
-        "unknown words and then --help",
-    ],
-)
-def test_prints_help_and_cleans_nothing(linux, content, arguments):
     run = linux.run(*arguments.split(), answers="y\n\n")
 
-    assert run == printed(HELP)
-    assert content.is_dir()
-
-
-@pytest.mark.parametrize(
-    "arguments",
-    [
-        "--version",
-        "-v",
-        "-zv",
-        "-clean=OrvexStudio",  # one dash, and a v
-        "--version=2",
-        "--clean=All --version",
-        "--clean=Content -v",
-        "--clean --version",
-    ],
-)
-def test_prints_the_version_and_cleans_nothing(linux, content, arguments):
-    run = linux.run(*arguments.split(), answers="y\n\n")
-
-    assert run == printed(VERSION_TEXT)
-    assert content.is_dir()
+    assert run == printed(text)
+    assert linux.content.is_dir()
 
 
 def test_calls_itself_in_help_by_the_name_of_its_file(linux):
@@ -76,16 +76,7 @@ def test_calls_itself_in_help_by_the_name_of_its_file(linux):
 
     run = linux.run("--help")
 
-    assert run == printed(
-        """\
-Usage:
- tidy --help|-h     Prints the list of commands
- tidy --version|-v  Prints the current version number
- tidy               Completely cleans out all Tessara Works products from the system.
- tidy --clean       Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}
-
-"""
-    )
+    assert run == printed(HELP.replace("OrvexCleaner", "tidy"))
 
 
 def test_gives_a_long_name_in_help_a_line_of_its_own(windows):
@@ -93,8 +84,7 @@ def test_gives_a_long_name_in_help_a_line_of_its_own(windows):
 
     run = windows.run("--help")
 
-    assert run == printed(
-        """\
+    told = """\
 Usage:
  Remove the products of Tessara Works.exe --help|-h
                                         Prints the list of commands
@@ -106,62 +96,24 @@ Usage:
                                         Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}
 
 """
-    )
+    assert run == printed(told)
 
 
-@pytest.mark.parametrize(
-    "arguments",
-    [
-        ["--clean"],
-        ["--clean="],
-        ["--clean= "],
-        ["--clean", "Content"],
-        ["--clean=", "Content"],
-        ["--clean", "--clean=Content"],
-    ],
-)
-def test_refuses_to_clean_without_a_value(linux, content, arguments):
+@pytest.mark.parametrize(("arguments", "errors"), REFUSED.items(), ids=map(" ".join, REFUSED))
+def test_refuses_a_value_that_is_not_exactly_one_of_the_targets_and_cleans_nothing(linux, arguments, errors):
+    linux.content.mkdir(parents=True)
+
     run = linux.run(*arguments, answers="y\n\n")
 
-    assert run == refused("Missing --clean argument\n")
-    assert content.is_dir()
-
-
-@pytest.mark.parametrize(
-    "value",
-    [
-        "all",
-        "content",
-        "CONTENT",
-        "Contents",
-        "Conten",
-        " Content",
-        '"Content"',
-        "Content=All",
-        "Content,All",
-        "Company",
-        "Velantone Content",
-        "=",
-    ],
-)
-def test_refuses_a_value_that_is_not_exactly_one_of_the_targets(linux, content, value):
-    run = linux.run(f"--clean={value}", answers="y\n\n")
-
-    assert run == refused(INVALID.format(value))
-    assert content.is_dir()
+    assert run == refused(errors)
+    assert linux.content.is_dir()
 
 
 def test_prints_and_refuses_on_windows_as_on_linux(windows):
     assert windows.run("--help") == printed(HELP.replace("OrvexCleaner ", "OrvexCleaner.exe "))
     assert windows.run("--version") == printed(VERSION_TEXT)
-    assert windows.run("--clean") == refused("Missing --clean argument\n")
+    assert windows.run("--clean") == refused(MISSING)
     assert windows.run("--clean=content") == refused(INVALID.format("content"))
-
-
-def test_offers_all_products_without_an_argument(machine):
-    run = machine.run(answers=NO_TO_ALL)
-
-    assert run == succeeded(machine, ALL_DECLINED)
 
 
 def test_offers_all_products_after_any_unknown_arguments(machine):
@@ -170,11 +122,12 @@ def test_offers_all_products_after_any_unknown_arguments(machine):
         "--Clean=Content",
         "--clear=Content",
         "--cleanContent",
+        "--clean-all",
         "---clean=Content",
-        "clean=Content",
     ]
+    misspelt += ["clean=Content", "/clean=Content"]
     misspelt += ["---help", "--HELP", "--Version", "--h", "--v", "-H", "-V", "help", "/?", "/h"]
-    others = ["-1", "-c", "-", "--", "Content"]
+    others = ["--unknown", "-1", "-c", "-x", "-", "--", "Content"]
 
     run = machine.run(*misspelt, *others, answers=NO_TO_ALL)
 
@@ -196,8 +149,9 @@ def test_takes_the_first_of_two_targets(machine):
     assert run == succeeded(machine, QUESTION + CANCELLED)
 
 
-@pytest.mark.parametrize("others", [["-1"], ["-c"], ["Content"], ["--all"], ["all", "of", "it"]])
-def test_cleans_the_target_among_unknown_arguments(linux, others):
+def test_cleans_the_target_among_unknown_arguments(linux):
+    others = ["-1", "-c", "Content", "--all", "all", "of", "it"]
+
     run = linux.run(*others, "--clean=Content", *others, answers="n\n\n")
 
     assert run == succeeded(linux, QUESTION + CANCELLED)

@@ -11,7 +11,7 @@ from xml.etree import ElementTree
 
 import pytest
 
-from machines import BUILD, TOP
+from machines import BUILD, TOP, output_of
 from release import VERSION
 
 # What the program may call of each DLL. All of these lie in the system's folder of every Windows from 7 to 11.
@@ -22,8 +22,7 @@ ALLOWED_IMPORTS = Path(__file__).with_name("imports.txt")
 def described(windows_executable):
     """The file's headers and tables as llvm-readobj shows them."""
     tables = ["--file-headers", "--sections", "--coff-imports", "--coff-load-config", "--coff-resources"]
-    command = ["llvm-readobj", *tables, windows_executable]
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    return output_of("llvm-readobj", *tables, windows_executable)
 
 
 def field(described: str, name: str) -> str:

@@ -1,6 +1,5 @@
 """What becomes of a session when the machine lets it down, or is out of the ordinary."""
 
-import copy
 import fcntl
 import itertools
 import os
@@ -13,7 +12,7 @@ from pathlib import Path
 
 import pytest
 
-from machines import Windows, wait_for
+from machines import Windows, answer, wait_for
 from products import CONTENT
 from runs import Run, failed, succeeded
 from texts import BANNER, LOG_BANNER, QUESTION, YES_TO_ALL, not_removed, removed, removed_as_files, without_prompts
@@ -29,11 +28,6 @@ def place_content(machine) -> Path:
 
 def wait_for_prompt(machine, number: int = 1) -> None:
     assert wait_for(lambda: machine.console().count("Y/n? ") == number)
-
-
-def answer(process: subprocess.Popen, text: bytes) -> None:
-    process.stdin.write(text)
-    process.stdin.flush()
 
 
 def killed(run: Run, transcript: str) -> Run:
@@ -402,15 +396,6 @@ def test_removes_400000_files_in_one_folder(linux):
 
     assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)))
     assert not content.exists()
-
-
-@pytest.fixture
-def other_copy(machine):
-    """The same machine for a second copy of the program, with a console of its own."""
-    other = copy.copy(machine)
-    other.scratch = machine.scratch / "other"
-    other.scratch.mkdir()
-    return other
 
 
 def test_shares_the_log_file_with_a_copy_that_runs_while_it_waits(machine, other_copy):

@@ -5,10 +5,10 @@ import subprocess
 
 import pytest
 
-from machines import STAMP, TOP, wine_environment
+from machines import STAMP, TOP, put, wine_environment
 from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS, TARGETS
 from release import SUPPORT_ADDRESS
-from texts import BANNER, FAILURE, LOG_BANNER, NO_TO_ALL
+from texts import BANNER, FAILURE, LOG_BANNER, NO_TO_ALL, ending
 
 # As the build makes it for the package.
 GUIDE = (TOP / "docs" / "guide.md").read_text().replace("@ORVEX_CLEANER_SUPPORT_ADDRESS@", SUPPORT_ADDRESS)
@@ -28,13 +28,8 @@ def indented_lines(text: str) -> list[str]:
 
 def test_has_what_a_person_needs_first_on_one_screen():
     assert len(FIRST_SCREEN.rstrip().splitlines()) <= 60
-    assert list(sections(FIRST_SCREEN))[1:] == [
-        "Before you start",
-        "Run it",
-        "How it ends",
-        "If it failed",
-        "Getting help",
-    ]
+    titles = ["Before you start", "Run it", "How it ends", "If it failed", "Getting help"]
+    assert list(sections(FIRST_SCREEN))[1:] == titles
 
 
 def test_shows_what_one_product_looks_like(windows):
@@ -55,10 +50,9 @@ def test_names_the_lines_to_look_for_and_the_address_as_the_program_writes_them(
     named = re.findall(r'^- "(.+)":', sections(FIRST_SCREEN)["If it failed"], re.MULTILINE)
     (address,) = re.findall(r"send an email to: (\S+)", FAILURE)
 
+    messages = [re.sub(r"\\(.)", r"\1", pattern) for pattern in message_patterns()]
     assert len(named) == 2
-    assert [
-        text for text in named if not any(re.sub(r"\\(.)", r"\1", p).find(text) >= 0 for p in message_patterns())
-    ] == []
+    assert [text for text in named if not any(text in message for message in messages)] == []
     assert f"Write to {address}." in sections(FIRST_SCREEN)["Getting help"]
 
 
@@ -73,16 +67,14 @@ def test_tells_how_long_the_uninstallers_may_take():
 
 @pytest.mark.parametrize(("last", "is_kept"), [("n", True), ("y", False)])
 def test_tells_which_answers_keep_the_content(windows, last, is_kept):
-    kept = windows.shared_data / "TessaraWorks" / "Content" / "Legato.pack"
+    put(windows.content, "Legato.pack")
     shared = windows.vst3 / "TessaraWorks"
-    kept.parent.mkdir(parents=True)
-    kept.write_text("samples")
     shared.mkdir(parents=True)
 
     windows.run("--clean=All", answers="n\n" * PRODUCTS.index(COMPANY) + f"{last}\n\n")
 
     assert f"answer N to questions {PRODUCTS.index(CONTENT) + 1} and {PRODUCTS.index(COMPANY) + 1}." in FIRST_SCREEN
-    assert (kept.exists(), shared.exists()) == (is_kept, is_kept)
+    assert ((windows.content / "Legato.pack").exists(), shared.exists()) == (is_kept, is_kept)
 
 
 def test_lists_its_sections():
@@ -123,10 +115,8 @@ def test_tells_the_exit_codes_that_the_program_returns(windows):
     def returned(*arguments, **options):
         return str(windows.run(*arguments, **options).exit_code)
 
-    told = {}
-    for row in indented_lines(sections(GUIDE)["Exit codes"])[1:]:
-        start, outcome, exit_code = re.split(r"  +", row)
-        told[start, outcome] = exit_code
+    rows = [re.split(r"  +", row) for row in indented_lines(sections(GUIDE)["Exit codes"])[1:]]
+    told = {(start, outcome): exit_code for start, outcome, exit_code in rows}
 
     measured = {
         ("--help, --version", "the text was printed"): returned("--version"),
@@ -137,10 +127,8 @@ def test_tells_the_exit_codes_that_the_program_returns(windows):
         ("anything", "no administrator rights: nothing was done"): returned("--version", elevated=False),
     }
 
-    undeletable = windows.shared_data / "TessaraWorks" / "Content" / "Locked.pack"
-    undeletable.parent.mkdir(parents=True)
-    undeletable.write_text("samples")
-    windows.make_undeletable(undeletable)
+    put(windows.content, "Locked.pack")
+    windows.make_undeletable(windows.content / "Locked.pack")
 
     measured |= {
         ("--clean=TARGET", "something failed"): returned("--clean=All"),
@@ -151,17 +139,13 @@ def test_tells_the_exit_codes_that_the_program_returns(windows):
 
 
 # The command for many machines, as it stands in the guide.
-
-
 (COMMAND,) = re.findall(r'^    cmd /c "(.+)"$', GUIDE, re.MULTILINE)
 
 
 @pytest.fixture
 def content(windows):
-    folder = windows.shared_data / "TessaraWorks" / "Content"
-    folder.mkdir(parents=True)
-    (folder / "Legato.pack").write_text("samples")
-    return folder
+    put(windows.content, "Legato.pack")
+    return windows.content
 
 
 @pytest.fixture
@@ -197,8 +181,7 @@ def test_removes_everything_from_many_machines_and_tells_it(windows, content, ou
     told = windows.text(output)
     assert exit_code == 0
     assert told.startswith(BANNER + "[time][Info] Target: All\n")
-    assert told.endswith("Cleaning finished successfully.\nLog file written to: "
-                         f"{windows.shown(windows.log_file)}\nPress enter to exit\n")  # fmt: skip
+    assert told.endswith(ending(windows.shown(windows.log_file)))
     assert not content.parent.exists()
 
 

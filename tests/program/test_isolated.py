@@ -1,6 +1,5 @@
 """The machine that tests/isolated makes: nothing on it is the host's, in whichever way it is made."""
 
-import copy
 import os
 import subprocess
 from pathlib import Path
@@ -60,14 +59,6 @@ def linux(machine):
     return machine
 
 
-@pytest.fixture
-def other_copy(machine):
-    other = copy.copy(machine)
-    other.scratch = machine.scratch / "other"
-    other.scratch.mkdir()
-    return other
-
-
 def run(*command) -> subprocess.CompletedProcess:
     environment = {name: value for name, value in os.environ.items() if name != "ISOLATED_WAY"}
     return subprocess.run(command, capture_output=True, text=True, env=environment)
@@ -89,9 +80,7 @@ def test_has_nothing_of_the_host_but_what_it_was_given(isolated, tmp_path):
 def test_has_no_environment_of_the_host(isolated, tmp_path):
     done = in_shell(isolated, tmp_path, "export -p; pwd", "--set", "EXTRA", "of the test")
 
-    assert (
-        done.stdout
-        == f"""\
+    told = f"""\
 export ASAN_SYMBOLIZER_PATH='{Path("/usr/bin/llvm-symbolizer").resolve()}'
 export EXTRA='of the test'
 export HOME='/home/user'
@@ -103,7 +92,7 @@ export TMPDIR='/tmp'
 export UBSAN_OPTIONS='print_stacktrace=1'
 /home/user
 """
-    )
+    assert done.stdout == told
 
 
 @pytest.mark.parametrize("user", ["0", "1000"])

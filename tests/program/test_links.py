@@ -5,29 +5,32 @@ They are tested on Linux only: Wine shows the host's links as what they point to
 
 import pytest
 
-from machines import contents_of
+from machines import contents_of, put
 from products import CONTENT
 from runs import succeeded
 from texts import QUESTION, removed, removed_as_files
 
+SAMPLES = {"Legato.pack": "data", "Notes.txt": "data"}
 REMOVED = QUESTION + removed(CONTENT, "/opt/TessaraWorks/Content")
 
 
 @pytest.fixture
 def content(linux):
     """Where the content would lie."""
-    folder = linux.shared_data / "TessaraWorks" / "Content"
-    folder.parent.mkdir()
-    return folder
+    linux.content.parent.mkdir()
+    return linux.content
 
 
 @pytest.fixture
 def samples(linux):
     """A folder of the user's own."""
     folder = linux.root / "home/user/Samples"
-    folder.mkdir()
-    (folder / "Legato.pack").write_text("samples")
+    put(folder, *SAMPLES)
     return folder
+
+
+def texts_in(folder) -> dict[str, str]:
+    return {file.name: file.read_text() for file in folder.iterdir()}
 
 
 def test_removes_a_link_that_is_listed_and_leaves_its_target_alone(linux, content, samples):
@@ -37,11 +40,10 @@ def test_removes_a_link_that_is_listed_and_leaves_its_target_alone(linux, conten
 
     assert run == succeeded(linux, REMOVED)
     assert not content.is_symlink()
-    assert (samples / "Legato.pack").read_text() == "samples"
+    assert texts_in(samples) == SAMPLES
 
 
 def test_removes_a_link_deep_in_a_folder_and_leaves_its_target_alone(linux, content, samples):
-    (samples / "Notes.txt").write_text("notes")
     (content / "Packs" / "Strings").mkdir(parents=True)
     (content / "Packs" / "Strings" / "Mine").symlink_to("/home/user/Samples")
     (content / "Packs" / "Strings" / "Notes.txt").symlink_to("/home/user/Samples/Notes.txt")
@@ -50,8 +52,7 @@ def test_removes_a_link_deep_in_a_folder_and_leaves_its_target_alone(linux, cont
 
     assert run == succeeded(linux, REMOVED)
     assert not content.exists()
-    assert (samples / "Legato.pack").read_text() == "samples"
-    assert (samples / "Notes.txt").read_text() == "notes"
+    assert texts_in(samples) == SAMPLES
 
 
 def test_follows_a_link_that_is_above_an_entry(linux, samples):
@@ -62,7 +63,7 @@ def test_follows_a_link_that_is_above_an_entry(linux, samples):
     run = linux.run("--clean=Content", answers="y\n\n")
 
     assert run == succeeded(linux, REMOVED)
-    assert contents_of(samples) == ["Legato.pack"]
+    assert texts_in(samples) == SAMPLES
     assert maker.is_symlink()
 
 
@@ -80,7 +81,7 @@ def test_removes_links_that_lead_nowhere_or_in_a_circle(linux, content):
 
 def test_removes_a_link_to_the_folder_that_it_lies_in(linux, content):
     content.symlink_to(".")
-    (content.parent / "Keys.txt").write_text("keys")
+    put(content.parent, "Keys.txt")
 
     run = linux.run("--clean=Content", answers="y\n\n")
 
@@ -89,7 +90,7 @@ def test_removes_a_link_to_the_folder_that_it_lies_in(linux, content):
 
 
 def test_removes_a_link_to_a_file_as_a_file(linux, content):
-    (content.parent / "Keys.txt").write_text("keys")
+    put(content.parent, "Keys.txt")
     content.symlink_to("Keys.txt")
 
     run = linux.run("--clean=Content", answers="y\n\n")

@@ -99,6 +99,12 @@ def verified(sources, elsewhere):
     return verify(elsewhere, sources / "dist" / PACKAGE, with_clock=["faketime", "-f", "+2000d"])
 
 
+@pytest.fixture(scope="module")
+def content(sources):
+    """The files in the package."""
+    return content_of(sources / "dist" / PACKAGE)
+
+
 @pytest.fixture
 def packed(sources, tmp_path):
     """A copy of the package with its record."""
@@ -207,13 +213,12 @@ def test_says_what_it_is_doing(sources, tmp_path):
     assert run.stdout == ""
 
 
-def test_packs_the_executable_the_guide_the_notices_the_bill_and_their_sums(sources):
+def test_packs_the_executable_the_guide_the_notices_the_bill_and_their_sums(sources, content):
     show_time = ["git", "log", "-1", "--format=%cd", "--date=format-local:%Y %m %d %H %M %S"]
     *minute, second = map(int, output_of(*show_time, cwd=sources, env=os.environ | {"TZ": "UTC"}).split())
 
     with zipfile.ZipFile(sources / "dist" / PACKAGE) as archive:
         entries = archive.infolist()
-    content = content_of(sources / "dist" / PACKAGE)
     guide = (sources / "docs" / "guide.md").read_bytes().replace(b"\n", b"\r\n")
 
     assert list(content) == CONTENTS
@@ -225,8 +230,8 @@ def test_packs_the_executable_the_guide_the_notices_the_bill_and_their_sums(sour
     assert content["SHA256SUMS"].decode() == "".join(f"{sum_of(content[name])}  {name}\n" for name in CONTENTS[:-1])
 
 
-def test_makes_a_release_of_what_one_place_says(sources):
-    executable = content_of(sources / "dist" / PACKAGE)["OrvexCleaner.exe"]
+def test_makes_a_release_of_what_one_place_says(content):
+    executable = content["OrvexCleaner.exe"]
 
     assert executable.count("\0".join(NEXT_VERSION).encode() + b"\0\0\0") == 2  # of the file and of the product
     assert f'version="{NEXT_VERSION}.0"'.encode() in executable
@@ -246,9 +251,8 @@ def test_packs_the_program_that_all_other_tests_run(windows_executable, tmp_path
 
 
 @pytest.mark.skipif(not DEBIAN_12, reason="names packages of Debian 12")
-def test_records_what_made_the_package(sources):
+def test_records_what_made_the_package(sources, content):
     record = (sources / "dist" / RECORD).read_text()
-    content = content_of(sources / "dist" / PACKAGE)
     sums = {PACKAGE: sum_of((sources / "dist" / PACKAGE).read_bytes())}
     sums |= {name: sum_of(content[name]) for name in content}
 
@@ -266,7 +270,7 @@ def test_records_what_made_the_package(sources):
     assert dict(line.split() for line in installed.splitlines()) == named
 
 
-def test_keeps_what_reads_the_addresses_in_a_report_of_a_crash(sources, tmp_path):
+def test_keeps_what_reads_the_addresses_in_a_report_of_a_crash(sources, content, tmp_path):
     unstripped = sources / "dist" / UNSTRIPPED
     symbol = "_ZNK4juce4File17deleteRecursivelyEb"
     (address,) = re.findall(rf" {symbol} +([0-9a-f]{{16}}) +libjuce_core:", (sources / "dist" / MAP).read_text())
@@ -276,12 +280,12 @@ def test_keeps_what_reads_the_addresses_in_a_report_of_a_crash(sources, tmp_path
     subprocess.run(["llvm-strip", unstripped, "-o", tmp_path / "stripped.exe"], check=True)
 
     assert told.startswith("juce::File::deleteRecursively(bool) const\n")
-    assert (tmp_path / "stripped.exe").read_bytes() == content_of(sources / "dist" / PACKAGE)["OrvexCleaner.exe"]
+    assert (tmp_path / "stripped.exe").read_bytes() == content["OrvexCleaner.exe"]
 
 
 @pytest.mark.skipif(not DEBIAN_12, reason="names packages of Debian 12")
-def test_bills_all_that_is_linked_in(sources):
-    bill = json.loads(content_of(sources / "dist" / PACKAGE)["OrvexCleaner.cdx.json"])
+def test_bills_all_that_is_linked_in(content):
+    bill = json.loads(content["OrvexCleaner.cdx.json"])
     gcc, cpp, mingw = "gcc-mingw-w64-x86-64-posix", "g++-mingw-w64-x86-64-posix", "mingw-w64-x86-64-dev"
     gcc_licence = "GPL-3.0-or-later WITH GCC-exception-3.1"
     own_licences = "LicenseRef-Lucent AND LicenseRef-David-Gay AND LicenseRef-Keith-Marshall"
@@ -298,8 +302,8 @@ def test_bills_all_that_is_linked_in(sources):
     ]
 
 
-def test_bills_in_the_form_of_cyclonedx(sources, validator):
-    bill = content_of(sources / "dist" / PACKAGE)["OrvexCleaner.cdx.json"]
+def test_bills_in_the_form_of_cyclonedx(content, validator):
+    bill = content["OrvexCleaner.cdx.json"]
 
     assert validator(bill) == "valid\n"
     assert "must have required property 'type'" in validator(bill.replace(b'"type"', b'"kind"'))

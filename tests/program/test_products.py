@@ -5,10 +5,21 @@ import subprocess
 
 import pytest
 
-from machines import contents_of
+from machines import contents_of, put
 from products import COMPANY, MEDIA_SERVER, PRODUCT_MANAGER, PRODUCTS
-from runs import failed, succeeded
-from texts import ALL_PRODUCTS, YES_TO_ALL, not_removed, opening, question, removed, removed_as_files
+from runs import clean, failed, succeeded
+from texts import (
+    YES_TO_ALL,
+    cleaned,
+    file_not_deleted,
+    folder_deleted,
+    folder_not_deleted,
+    not_removed,
+    opening,
+    over_all,
+    removed,
+    removed_as_files,
+)
 
 ENTRIES = [(product, order) for product in PRODUCTS for order in range(len(product.table))]
 LOCATIONS = [(product, base) for product in PRODUCTS for base in sorted({base for base, _ in product.table})]
@@ -22,28 +33,25 @@ each_location = pytest.mark.parametrize(
 )
 
 
-def clean(machine, product):
-    """Runs the program on the one product, and declines all others where only all are offered together."""
-    if product.target is None:
-        return machine.run("--clean=All", answers="n\n" * (len(PRODUCTS) - 1) + "y\n\n")
-
-    return machine.run(f"--clean={product.target}", answers="y\n\n")
-
-
 def place_folder(path):
-    (path / "Sub folder").mkdir(parents=True)
-    (path / "Sub folder" / "File.dat").write_text("data")
-    (path / ".hidden").write_text("settings")
+    put(path, "Sub folder/File.dat", ".hidden")
 
 
 def place_file(path):
-    path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text("a file")
+    put(path.parent, path.name)
 
 
-def place_parents(paths):
+def lay_out(machine, place, paths):
+    """Places something at each path. Gives what there was without that, but for the folders around it."""
     for path in paths:
         path.parent.mkdir(parents=True, exist_ok=True)
+
+    before = machine.tree()
+
+    for path in paths:
+        place(path)
+
+    return before
 
 
 def test_has_each_path_listed_as_the_program_has_it(windows):
@@ -57,12 +65,8 @@ def test_has_each_path_listed_as_the_program_has_it(windows):
 @each_product
 def test_removes_all_of_the_product_and_nothing_else(machine, product):
     paths = product.paths(machine)
-    place_parents(paths)
     place_folder(paths[0].with_name("Another maker"))
-    before = machine.tree()
-
-    for path in paths:
-        place_folder(path)
+    before = lay_out(machine, place_folder, paths)
 
     run = clean(machine, product)
 
@@ -71,38 +75,26 @@ def test_removes_all_of_the_product_and_nothing_else(machine, product):
 
 
 def test_removes_the_company_folders_with_all_that_other_products_keep_in_them(machine):
-    maker, vst3 = COMPANY.paths(machine)
-    place_parents([maker, vst3])
-    before = machine.tree()
+    folders = COMPANY.paths(machine)
+    before = lay_out(machine, place_folder, folders)
 
-    for product in PRODUCTS:
-        for path in product.paths(machine):
-            if path.is_relative_to(maker):
-                path.mkdir(parents=True, exist_ok=True)
-
-    place_folder(vst3)
+    for path in (path for product in PRODUCTS for path in product.paths(machine)):
+        if path.is_relative_to(folders[0]):
+            path.mkdir(parents=True, exist_ok=True)
 
     run = clean(machine, COMPANY)
 
-    folders = machine.shown(maker), machine.shown(vst3)
-    assert run == succeeded(machine, opening(COMPANY) + removed(COMPANY, *folders))
+    assert run == succeeded(machine, opening(COMPANY) + removed(COMPANY, *map(machine.shown, folders)))
     assert machine.tree() == before
 
 
 def test_removes_folders_and_files_side_by_side_each_as_what_it_is(linux):
-    folders, files = MEDIA_SERVER.paths(linux)[:3], MEDIA_SERVER.paths(linux)[3:]
-
-    for folder in folders:
-        place_folder(folder)
-
-    for file in files:
-        place_file(file)
+    lay_out(linux, place_folder, MEDIA_SERVER.paths(linux)[:3])
+    lay_out(linux, place_file, MEDIA_SERVER.paths(linux)[3:])
 
     run = clean(linux, MEDIA_SERVER)
 
-    assert run == succeeded(
-        linux,
-        """\
+    transcript = """\
 [time][Info] Target: Velantone Media Server
 [time][Info] Remove Velantone Media Server and all of its associated files?
 Y/n? [time][Info] Cleaning: Velantone Media Server
@@ -117,8 +109,8 @@ Y/n? [time][Info] Cleaning: Velantone Media Server
 [time][Info] Directories removed: 3
 [time][Info] Files removed: 1
 [time][Info] Velantone Media Server was successfully removed.
-""",
-    )
+"""
+    assert run == succeeded(linux, transcript)
 
 
 @each_product
@@ -137,11 +129,7 @@ def test_finds_nothing_to_remove_on_a_machine_without_the_product(linux, product
 @each_product
 def test_removes_files_where_folders_are_expected(linux, product):
     paths = product.paths(linux)
-    place_parents(paths)
-    before = linux.tree()
-
-    for path in paths:
-        place_file(path)
+    before = lay_out(linux, place_file, paths)
 
     run = clean(linux, product)
 
@@ -152,40 +140,16 @@ def test_removes_files_where_folders_are_expected(linux, product):
 @each_entry
 def test_removes_everything_but_the_one_folder_that_holds_an_undeletable_file(linux, product, order):
     paths = product.paths(linux)
-    place_parents(paths)
-    before = linux.tree()
-
-    for path in paths:
-        place_folder(path)
-
+    before = lay_out(linux, place_folder, paths)
     stubborn = paths[order]
     left = stubborn / "Sub folder" / "File.dat"
     linux.make_undeletable(left)
 
     run = clean(linux, product)
 
-    outcomes = "".join(
-        f"""\
-[time][Info] Deleting directory: {linux.shown(path)}
-[time]{"[Critical] Unable to delete directory" if path == stubborn else "[Info] Directory deleted"}: {linux.shown(path)}
-"""
-        for path in paths
-    )
-    verdict = (
-        f"[Warning] {product.name} was partially removed, but encountered some errors."
-        if len(paths) > 1
-        else f"[Info] {product.name} encountered errors and could not be removed."
-    )
-    assert run == failed(
-        opening(product)
-        + f"""\
-[time][Info] Cleaning: {product.name}
-{outcomes}\
-[time][Info] Directories removed: {len(paths) - 1}
-[time][Info] Files removed: 0
-[time]{verdict}
-"""
-    )
+    steps = (folder_not_deleted if path == stubborn else folder_deleted for path in paths)
+    transcript = "".join(step(linux.shown(path)) for step, path in zip(steps, paths))
+    assert run == failed(opening(product) + cleaned(product, transcript))
     assert left.read_text() == "data"
     assert linux.tree() - before == {stubborn, left.parent, left}
 
@@ -198,18 +162,8 @@ def test_could_not_remove_a_product_that_is_one_undeletable_file(linux, product)
 
     run = clean(linux, product)
 
-    assert run == failed(
-        opening(product)
-        + f"""\
-[time][Info] Cleaning: {product.name}
-[time][Warning] Directory is actually a file, attempting to delete file...
-[time][Critical] Unable to delete file: {linux.shown(file)}
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] {product.name} encountered errors and could not be removed.
-"""
-    )
-    assert file.read_text() == "a file"
+    assert run == failed(opening(product) + cleaned(product, file_not_deleted(linux.shown(file))))
+    assert file.read_text() == "data"
 
 
 @each_location
@@ -261,7 +215,7 @@ def test_leaves_the_folders_of_other_accounts_alone(machine, other_user_data):
 
     run = machine.run("--clean=All", answers=YES_TO_ALL)
 
-    folders = {product: [] for product in PRODUCTS} | {MEDIA_SERVER: [machine.shown(own)]}
-    steps = [question(product) + removed(product, *found) for product, found in folders.items()]
-    assert run == succeeded(machine, ALL_PRODUCTS + "".join(steps))
+    outcomes = {product: removed(product) for product in PRODUCTS}
+    outcomes |= {MEDIA_SERVER: removed(MEDIA_SERVER, machine.shown(own))}
+    assert run == succeeded(machine, over_all(outcomes))
     assert contents_of(other_user_data) == before

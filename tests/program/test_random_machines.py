@@ -8,6 +8,7 @@ On Linux, a failure is shrunk to the smallest machine that shows it. Under Wine 
 """
 
 import difflib
+from pprint import pformat
 from tempfile import TemporaryDirectory
 
 import pytest
@@ -41,8 +42,8 @@ def test_does_what_the_model_says(machine, request, tmp_path):
             outcome = run_on(clean, situation)
 
         predicted = Model(machine, situation).run(situation.arguments)
-        lines = [str(predicted).split("\n"), str(outcome).split("\n")]
-        difference = "\n".join(difflib.unified_diff(*lines, "as the model says", "as it is", lineterm=""))
-        assert difference == "", f"on this machine:\n{situation}\n\n{difference}"
+        shown = [pformat(result, width=120).splitlines() for result in (predicted, outcome)]
+        difference = difflib.unified_diff(*shown, "as the model says", "as it is", lineterm="")
+        assert outcome == predicted, "\n".join([f"on this machine:\n{situation}\n", *difference])
 
     does_what_the_model_says()

@@ -2,11 +2,18 @@
 
 import re
 import struct
-import subprocess
 
-from machines import STAMP, TOP, Windows
+import pytest
+
+from machines import STAMP, TOP, Windows, output_of
 
 README = (TOP / "README.md").read_text()
+
+
+@pytest.fixture
+def tracked():
+    """The files of the repository."""
+    return output_of("git", "ls-files", cwd=TOP).split()
 
 
 def test_the_sample_installation_is_cleaned_as_the_readme_shows(windows):
@@ -31,16 +38,14 @@ def test_the_picture_of_a_run_is_a_small_one():
     assert width < 1000 and height < 1000
 
 
-def test_all_that_the_readme_names_is_there():
-    tracked = subprocess.run(["git", "ls-files"], cwd=TOP, check=True, capture_output=True, text=True).stdout.split()
+def test_all_that_the_readme_names_is_there(tracked):
     folders = {file.rsplit("/", depth)[0] for file in tracked for depth in range(1, file.count("/") + 1)}
     named = re.findall(r"\]\((?!http)([^)]+)\)|`((?:src|tests|docs|scripts)/[\w./-]+)", README)
 
     assert {link or path for link, path in named} - set(tracked) - folders == set()
 
 
-def test_the_readme_leads_to_every_folder():
-    tracked = subprocess.run(["git", "ls-files"], cwd=TOP, check=True, capture_output=True, text=True).stdout.split()
+def test_the_readme_leads_to_every_folder(tracked):
     folders = {file.split("/")[0] for file in tracked if "/" in file and not file.startswith(".")} - {"src"}
     folders |= {"/".join(file.split("/")[:2]) for file in tracked if file.startswith("src/")}
 

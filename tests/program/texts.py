@@ -43,6 +43,11 @@ NOT_STARTED = """\
 [time][Info] Uninstaller exit code: 0
 """
 
+TOO_SLOW = """\
+[time][Warning] Cleaner failed to launch the uninstaller.
+[time][Info] Uninstaller exit code: 259
+"""
+
 NO_TO_ALL = "n\n" * len(PRODUCTS) + "\n"
 YES_TO_ALL = "y\n" * len(PRODUCTS) + "\n"
 
@@ -59,64 +64,99 @@ def opening(product) -> str:
     return ALL_PRODUCTS + "".join(question(other) + CANCELLED for other in PRODUCTS[:-1]) + question(product)
 
 
-ALL_DECLINED = ALL_PRODUCTS + "".join(question(product) + CANCELLED for product in PRODUCTS)
+def over_all(outcomes: dict) -> str:
+    """A run over all products with these outcomes. What has none is declined."""
+    return ALL_PRODUCTS + "".join(question(product) + outcomes.get(product, CANCELLED) for product in PRODUCTS)
+
+
+ALL_DECLINED = over_all({})
 
 QUESTION = opening(CONTENT)  # which most tests are about, since it has one folder
 
 
-def removed(product, *folders: str) -> str:
-    """A run that finds and deletes these folders."""
-    deletions = (
-        f"""\
-[time][Info] Deleting directory: {folder}
-[time][Info] Directory deleted: {folder}
-"""
-        for folder in folders
-    )
+def cleaned(product, steps: str) -> str:
+    """A run that takes these steps, with what they sum up to."""
+    folders = steps.count("Directory deleted:")
+    files = steps.count("File deleted:")
+
+    if "Unable to delete" not in steps:
+        verdict = f"[Info] {product.name} was successfully removed."
+    elif folders + files > 0:
+        verdict = f"[Warning] {product.name} was partially removed, but encountered some errors."
+    else:
+        verdict = f"[Info] {product.name} encountered errors and could not be removed."
+
     return f"""\
 [time][Info] Cleaning: {product.name}
-{"".join(deletions)}\
-[time][Info] Directories removed: {len(folders)}
-[time][Info] Files removed: 0
-[time][Info] {product.name} was successfully removed.
+{steps}\
+[time][Info] Directories removed: {folders}
+[time][Info] Files removed: {files}
+[time]{verdict}
 """
+
+
+def removed(product, *folders: str, after: str = "") -> str:
+    """A run that finds and deletes these folders, after what it says of the uninstallers."""
+    return cleaned(product, after + "".join(map(folder_deleted, folders)))
 
 
 def not_removed(product, folder: str) -> str:
     """A run that finds this folder, and cannot delete it."""
-    return f"""\
-[time][Info] Cleaning: {product.name}
-[time][Info] Deleting directory: {folder}
-[time][Critical] Unable to delete directory: {folder}
-[time][Info] Directories removed: 0
-[time][Info] Files removed: 0
-[time][Info] {product.name} encountered errors and could not be removed.
-"""
+    return cleaned(product, folder_not_deleted(folder))
 
 
 def removed_as_files(product, *files: str) -> str:
     """A run that finds and deletes files where folders are expected."""
-    deletions = (
-        f"""\
+    return cleaned(product, "".join(map(file_deleted, files)))
+
+
+def aborted(product, steps: str) -> str:
+    """A run that ends with what it says of the uninstallers."""
+    return f"""\
+[time][Info] Cleaning: {product.name}
+{steps}\
+[time][Warning] Cleaning was aborted.
+"""
+
+
+def folder_deleted(folder: str) -> str:
+    return f"""\
+[time][Info] Deleting directory: {folder}
+[time][Info] Directory deleted: {folder}
+"""
+
+
+def folder_not_deleted(folder: str) -> str:
+    return f"""\
+[time][Info] Deleting directory: {folder}
+[time][Critical] Unable to delete directory: {folder}
+"""
+
+
+def file_deleted(file: str) -> str:
+    return f"""\
 [time][Warning] Directory is actually a file, attempting to delete file...
 [time][Info] File deleted: {file}
 """
-        for file in files
-    )
+
+
+def file_not_deleted(file: str) -> str:
     return f"""\
-[time][Info] Cleaning: {product.name}
-{"".join(deletions)}\
-[time][Info] Directories removed: 0
-[time][Info] Files removed: {len(files)}
-[time][Info] {product.name} was successfully removed.
+[time][Warning] Directory is actually a file, attempting to delete file...
+[time][Critical] Unable to delete file: {file}
 """
 
 
-def ending(machine) -> str:
+def exited(*exit_codes: int) -> str:
+    """What is said of uninstallers that came to their end."""
+    return "".join(f"[time][Info] Uninstaller exit code: {exit_code}\n" for exit_code in exit_codes)
+
+
+def ending(log_file: str) -> str:
     """The closing lines of a session without a failure."""
     return f"""\
 Cleaning finished successfully.
-Log file written to: {machine.shown(machine.log_file)}
+Log file written to: {log_file}
 Press enter to exit
 """
 
