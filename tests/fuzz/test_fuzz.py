@@ -1,11 +1,10 @@
 """A short run of each fuzz target, the same one each time; scripts/fuzz runs them for longer."""
 
 import subprocess
-from pathlib import Path
 
 import pytest
 
-TOP = Path(__file__).resolve().parents[2]
+from machines import TOP
 
 # So many that each target takes some ten seconds at most.
 RUNS = {

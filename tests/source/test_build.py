@@ -6,7 +6,8 @@ import shutil
 import subprocess
 from pathlib import Path
 
-TOP = Path(__file__).resolve().parents[2]
+from machines import TOP
+
 JUCE_COMMIT = "4e68af7fde8a0a64e808fb1a37999a690873c9de"  # of the tag 7.0.4
 GOOGLETEST_COMMIT = "6910c9d9165801d8827d628cb72eb7ea9dd538c5"  # of the tag v1.16.0
 

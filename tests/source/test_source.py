@@ -3,12 +3,12 @@
 import subprocess
 from pathlib import Path
 
-TOP = Path(__file__).resolve().parents[2]
+from machines import TOP, output_of
 
 
 def tracked(*patterns: str) -> list[str]:
-    listed = subprocess.run(["git", "ls-files", "-z", *patterns], cwd=TOP, check=True, capture_output=True, text=True)
-    return [file for file in listed.stdout.split("\0") if (TOP / file).is_file()]
+    listed = output_of("git", "ls-files", "-z", *patterns, cwd=TOP)
+    return [file for file in listed.split("\0") if (TOP / file).is_file()]
 
 
 def findings(*command: str) -> str:
@@ -44,12 +44,11 @@ def test_a_checkout_on_windows_has_the_same_bytes(tmp_path):
     subprocess.run([*git, "worktree", "add", "--quiet", "--detach", tmp_path / "tree"], cwd=TOP, check=True)
 
     try:
-        listed = subprocess.run(["git", "ls-files", "--eol"], cwd=tmp_path / "tree", check=True, capture_output=True)
+        listed = output_of("git", "ls-files", "--eol", cwd=tmp_path / "tree").splitlines()
     finally:
         subprocess.run(["git", "worktree", "remove", "--force", tmp_path / "tree"], cwd=TOP, check=True)
 
-    changed = [line for line in listed.stdout.decode().splitlines() if line.split()[0][2:] != line.split()[1][2:]]
-    assert changed == []
+    assert [line for line in listed if line.split()[0][2:] != line.split()[1][2:]] == []
 
 
 def python_sources() -> list[str]:

