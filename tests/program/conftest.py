@@ -25,8 +25,12 @@ def pytest_collection_modifyitems(config, items):
     left_out = [item for item in items if CHOSEN and kind_of(item) not in MACHINES]
     config.hook.pytest_deselected(items=left_out)
 
-    # Where several workers share the tests, those of a module that need Windows go to one, and go first: they take long.
-    items[:] = sorted((item for item in items if item not in left_out), key=lambda item: kind_of(item) != "windows")
+    # Where several workers share the tests, those that go to one together go first: those of the packages, which take
+    # longest, and those of a module that need Windows.
+    items[:] = sorted(
+        (item for item in items if item not in left_out),
+        key=lambda item: (item.module.__name__ != "test_package", kind_of(item) != "windows"),
+    )
     for item in items:
         if kind_of(item) == "windows" and not item.get_closest_marker("xdist_group"):
             item.add_marker(pytest.mark.xdist_group(item.module.__name__))
