@@ -8,7 +8,7 @@ from pathlib import PurePosixPath as Path
 
 from hypothesis import strategies as st
 
-from machines import UNINSTALL_KEY
+from machines import UNINSTALL_KEY, put
 from products import PRODUCTS
 from runs import Run, failed, succeeded
 from texts import (
@@ -40,20 +40,12 @@ class Uninstaller:
 
 
 @dataclass
-class Entry:
-    """An uninstall entry."""
-
-    display_name: str | None
-    command: str | None
-
-
-@dataclass
 class Situation:
     """A path's first part is the machine's location that it lies below."""
 
     paths: dict[Path, str]
     uninstallers: dict[str, Uninstaller]
-    entries: dict[str, Entry]
+    entries: dict[str, dict[str, str]]  # of uninstallers: their values, by the names of their keys
     arguments: list[str]
     answers: str
 
@@ -168,8 +160,13 @@ def random_entries(uninstallers: dict[str, Uninstaller]):
         path = UNINSTALLERS + name
         commands += [path, f'"{path}"', f'"{path}"', f'"{path}" /UNINSTALL', f'C:\\"Uninstallers"\\{name}']
 
-    entries = st.builds(Entry, st.sampled_from(display_names), st.sampled_from(commands))
+    entries = st.builds(entry, st.sampled_from(display_names), st.sampled_from(commands))
     return st.dictionaries(st.sampled_from("ABCDE"), entries, max_size=4)
+
+
+def entry(display_name: str | None, command: str | None) -> dict[str, str]:
+    values = {"DisplayName": display_name, "UninstallString": command}
+    return {name: value for name, value in values.items() if value is not None}
 
 
 ARGUMENTS = st.sampled_from(
@@ -280,13 +277,12 @@ class Model:
 
     def uninstall(self, fragment: str, advised_name: str) -> tuple[str, bool]:
         """What is told of the uninstaller, and whether the run goes on."""
-        for _, entry in sorted(self.entries.items()):
-            if entry.display_name is not None and fragment in entry.display_name:
-                break
-        else:
+        found = [values for _, values in sorted(self.entries.items()) if fragment in values.get("DisplayName", "")]
+
+        if not found:
             return "", True
 
-        command = (entry.command or "").replace('"', "")
+        command = found[0].get("UninstallString", "").replace('"', "")
         name = command.removeprefix(UNINSTALLERS)
         kind = self.uninstallers[name].kind if name in self.uninstallers else "missing"
 
@@ -343,18 +339,11 @@ def lay_out(machine, situation: Situation) -> None:
             orders = [f"remove {path}" for path in removed] + [f"remove-key {key}" for key in keys]
             machine.place_uninstaller(file, *orders, f"exit {uninstaller.exit_code}")
         elif uninstaller.kind == "text":
-            file.parent.mkdir(exist_ok=True)
-            file.write_text("This is no program.")
+            put(file.parent, file.name)
         elif uninstaller.kind == "folder":
             file.mkdir(parents=True)
 
-    values = {"DisplayName": "display_name", "UninstallString": "command"}
-    machine.register(
-        {
-            key: {name: getattr(entry, text) for name, text in values.items() if getattr(entry, text) is not None}
-            for key, entry in situation.entries.items()
-        }
-    )
+    machine.register(situation.entries)
 
 
 def run_on(machine, situation: Situation) -> Outcome:

@@ -3,11 +3,13 @@
 import subprocess
 import time
 from contextlib import contextmanager
+from dataclasses import dataclass
+from pathlib import Path
 
 import pytest
 
 from machines import UNINSTALL_KEY, put, wait_for
-from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER
+from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, Product
 from runs import clean, failed, succeeded
 from texts import NOT_STARTED, TOO_SLOW, aborted, advice, cleaned, exited, folder_deleted, opening, removed
 
@@ -45,10 +47,6 @@ def called(uninstaller: str) -> list[str]:
     return [f'"C:\\Uninstallers\\{uninstaller}" /SILENT', "done"]
 
 
-def calls(windows, uninstallers, names) -> dict[str, list[str]]:
-    return {name: windows.calls(uninstallers / name) for name in names}
-
-
 @contextmanager
 def refused(windows, key: str):
     """Adds an uninstall entry that nobody may open."""
@@ -59,149 +57,165 @@ def refused(windows, key: str):
     tool.communicate()
 
 
-def others(uninstaller: str, *names: str) -> list[dict[str, str]]:
-    return [entry(name, uninstaller) for name in names]
+@dataclass
+class Case:
+    product: Product
+    uninstallers: dict[str, list[str] | None]  # with their orders; None for one that is no program
+    entries: list[dict[str, str]]
+    told: str = ""  # of the uninstallers
+    called: tuple[str, ...] = ()
+
+    def lay_out(self, windows, uninstallers: Path) -> Path:
+        """Gives the one folder of the product that is there."""
+        folder = self.product.paths(windows)[0]
+        put(folder, "File.dat")
+        register(windows, *self.entries)
+
+        for name, orders in self.uninstallers.items():
+            if orders is None:
+                put(uninstallers, name)
+            else:
+                windows.place_uninstaller(uninstallers / name, *orders)
+
+        return folder
+
+    @property
+    def calls(self) -> dict[str, list[str]]:
+        """What the uninstallers note."""
+        return {name: called(name) * self.called.count(name) for name in self.uninstallers}
+
+
+def calls(windows, uninstallers: Path) -> dict[str, list[str]]:
+    """What the uninstallers there have noted."""
+    return {file.name: windows.calls(file) for file in uninstallers.glob("*.exe")}
 
 
 BOTH = entry("Orvex version 1.4 (Orvex Studio)", "Both.exe")
-OF_OTHERS = others("Any.exe", BOTH["DisplayName"], "Orvex Product Manager", "Velantone", "Tessara Works")
 
-# The orders of each uninstaller, the entries, the exit codes that are told, and the uninstallers that are called.
 GOES_ON = {
-    "studio without an entry of its names": (
+    "studio without an entry of its names": Case(
         ORVEX_STUDIO,
         {"Any.exe": []},
         [
-            *others("Any.exe", "orvex studio", "Orvex Version 2", "OrvexStudio", "Orvex Product Manager version 2", ""),
+            entry("orvex studio", "Any.exe"),
+            entry("Orvex Version 2", "Any.exe"),
+            entry("OrvexStudio", "Any.exe"),
+            entry("Orvex Product Manager version 2", "Any.exe"),
+            entry("", "Any.exe"),
             {"UninstallString": "C:\\Uninstallers\\Any.exe"},
         ],
-        [],
-        [],
     ),
-    "studio with an entry of its second name": (
+    "studio with an entry of its second name": Case(
         ORVEX_STUDIO,
         {"Orvex Studio.exe": []},
         [entry("The Orvex Studio for Windows", "Orvex Studio.exe")],
-        [0],
-        ["Orvex Studio.exe"],
+        told=exited(0),
+        called=("Orvex Studio.exe",),
     ),
-    "studio with both, in its own order and whatever their exit codes": (
+    "studio with both, in its own order and whatever their exit codes": Case(
         ORVEX_STUDIO,
         {"Orvex.exe": ["exit 3"], "Orvex Studio.exe": ["exit 4294967295"]},
         [entry("Orvex Studio", "Orvex Studio.exe"), entry("Orvex version 1.4", "Orvex.exe")],
-        [3, 4294967295],
-        ["Orvex.exe", "Orvex Studio.exe"],
+        told=exited(3, 4294967295),
+        called=("Orvex.exe", "Orvex Studio.exe"),
     ),
-    "studio with one that prints": (
+    "studio with one that prints": Case(
         ORVEX_STUDIO,
         {"Orvex Studio.exe": ["print 1000", "print-error 1000"]},
         [entry("Orvex Studio", "Orvex Studio.exe")],
-        [0],
-        ["Orvex Studio.exe"],
+        told=exited(0),
+        called=("Orvex Studio.exe",),
     ),
-    "studio with one of both its names, which runs twice": (
-        ORVEX_STUDIO,
-        {"Both.exe": ["exit 1"]},
-        [BOTH],
-        [1, 1],
-        ["Both.exe", "Both.exe"],
+    "studio with one of both its names, which runs twice": Case(
+        ORVEX_STUDIO, {"Both.exe": ["exit 1"]}, [BOTH], told=exited(1, 1), called=("Both.exe", "Both.exe")
     ),
-    "studio with one of both its names that removes its entry": (
-        ORVEX_STUDIO,
-        {"Both.exe": [f"remove-key {KEY}\\A"]},
-        [BOTH],
-        [0],
-        ["Both.exe"],
+    "studio with one of both its names that removes its entry": Case(
+        ORVEX_STUDIO, {"Both.exe": [f"remove-key {KEY}\\A"]}, [BOTH], told=exited(0), called=("Both.exe",)
     ),
-    "product manager with an entry of the studio": (
+    "product manager with an entry of the studio": Case(
         PRODUCT_MANAGER,
-        {"Any.exe": []},
-        others("Any.exe", BOTH["DisplayName"], "Orvex Manager", "Orvex product manager"),
-        [],
-        [],
+        {"Both.exe": []},
+        [BOTH, entry("Orvex Manager", "Both.exe"), entry("Orvex product manager", "Both.exe")],
     ),
-    "product manager with two, of which the first runs, whatever its exit code": (
+    "product manager with two, of which the first runs, whatever its exit code": Case(
         PRODUCT_MANAGER,
         {"First.exe": ["exit 1602"], "Second.exe": []},
         [entry("Orvex Product Manager 2", "First.exe"), entry("Orvex Product Manager", "Second.exe")],
-        [1602],
-        ["First.exe"],
+        told=exited(1602),
+        called=("First.exe",),
     ),
-} | {
-    f"{product.name}, which runs none": (product, {"Any.exe": []}, [*OF_OTHERS, entry(product.name, "Any.exe")], [], [])
-    for product in (CONTENT, MEDIA_SERVER, COMPANY)
 }
 
+for product in (CONTENT, MEDIA_SERVER, COMPANY):
+    names = ["Orvex Product Manager", product.name, "Velantone", "Tessara Works"]
+    entries = [BOTH, *(entry(name, "Both.exe") for name in names)]
+    GOES_ON[f"{product.name}, which runs none"] = Case(product, {"Both.exe": []}, entries)
 
-@pytest.mark.parametrize(("product", "orders", "entries", "exit_codes", "runs"), GOES_ON.values(), ids=GOES_ON)
-def test_a_product_is_removed_after_its_uninstallers(windows, uninstallers, product, orders, entries, exit_codes, runs):
-    folder = product.paths(windows)[0]
-    put(folder, "File.dat")
-    register(windows, *entries)
 
-    for name, lines in orders.items():
-        windows.place_uninstaller(uninstallers / name, *lines)
+@pytest.mark.parametrize("case", GOES_ON.values(), ids=GOES_ON)
+def test_a_product_is_removed_after_its_uninstallers(windows, uninstallers, case):
+    folder = case.lay_out(windows, uninstallers)
 
-    run = clean(windows, product)
+    run = clean(windows, case.product)
 
-    steps = removed(product, windows.shown(folder), after=exited(*exit_codes))
-    assert run == succeeded(windows, opening(product) + steps)
-    assert calls(windows, uninstallers, orders) == {name: called(name) * runs.count(name) for name in orders}
+    steps = removed(case.product, windows.shown(folder), after=case.told)
+    assert run == succeeded(windows, opening(case.product) + steps)
+    assert calls(windows, uninstallers) == case.calls
     assert not folder.exists()
 
 
-def refused_for(values: dict[str, str]) -> tuple:
-    """The row of a product manager whose uninstaller is found by these values, and is no file."""
-    entries = [{"DisplayName": "Orvex Product Manager"} | values]
-    return PRODUCT_MANAGER, {"Orvex.exe": []}, entries, NOT_STARTED + advice("Orvex Product Manager"), []
-
-
-# The orders of each uninstaller, the entries, what is told of them, and the uninstallers that are called.
 STOPS = {
-    "studio, which runs the second after the first could not be started": (
+    "studio, which runs the second after the first could not be started": Case(
         ORVEX_STUDIO,
         {"Orvex Studio.exe": []},
         [entry("Orvex version 1.4", "Gone.exe"), entry("Orvex Studio", "Orvex Studio.exe")],
-        NOT_STARTED + advice("Orvex") + exited(0),
-        ["Orvex Studio.exe"],
+        told=NOT_STARTED + advice("Orvex") + exited(0),
+        called=("Orvex Studio.exe",),
     ),
-    "studio of which only the second could not be started": (
+    "studio of which only the second could not be started": Case(
         ORVEX_STUDIO,
         {"Orvex.exe": ["exit 3"]},
         [entry("Orvex version 1.4", "Orvex.exe"), entry("Orvex Studio", "Gone.exe")],
-        exited(3) + NOT_STARTED + advice("Orvex Studio"),
-        ["Orvex.exe"],
+        told=exited(3) + NOT_STARTED + advice("Orvex Studio"),
+        called=("Orvex.exe",),
     ),
-    "studio whose entry has no command, although a later one has": (
+    "studio whose entry has no command, although a later one has": Case(
         ORVEX_STUDIO,
         {"Orvex Studio.exe": []},
         [{"DisplayName": "Orvex Studio"}, entry("Orvex Studio", "Orvex Studio.exe")],
-        NOT_STARTED + advice("Orvex Studio"),
-        [],
+        told=NOT_STARTED + advice("Orvex Studio"),
     ),
-    "product manager, no command": refused_for({}),
-    "product manager, empty command": refused_for({"UninstallString": ""}),
-    "product manager, no file": refused_for({"UninstallString": '"C:\\Uninstallers\\Gone.exe"'}),
-    "product manager, folder": refused_for({"UninstallString": "C:\\Uninstallers"}),
-    "product manager, arguments": refused_for({"UninstallString": '"C:\\Uninstallers\\Orvex.exe" /REMOVE'}),
+    "product manager whose uninstaller is no program": Case(
+        PRODUCT_MANAGER,
+        {"Orvex.exe": None},
+        [entry("Orvex Product Manager", "Orvex.exe")],
+        told=NOT_STARTED + advice("Orvex Product Manager", "C:\\Uninstallers\\Orvex.exe"),
+    ),
 }
 
+for what, values in {
+    "no command": {},
+    "empty command": {"UninstallString": ""},
+    "no file": {"UninstallString": '"C:\\Uninstallers\\Gone.exe"'},
+    "folder": {"UninstallString": "C:\\Uninstallers"},
+    "arguments": {"UninstallString": '"C:\\Uninstallers\\Orvex.exe" /REMOVE'},
+}.items():
+    entries = [{"DisplayName": "Orvex Product Manager"} | values]
+    told = NOT_STARTED + advice("Orvex Product Manager")
+    STOPS[f"product manager whose uninstaller is no file: {what}"] = Case(
+        PRODUCT_MANAGER, {"Orvex.exe": []}, entries, told
+    )
 
-@pytest.mark.parametrize(("product", "orders", "entries", "told", "runs"), STOPS.values(), ids=STOPS)
-def test_a_product_is_left_alone_when_one_of_its_uninstallers_could_not_be_started(
-    windows, uninstallers, product, orders, entries, told, runs
-):
-    put(product.paths(windows)[0], "File.dat")
+
+@pytest.mark.parametrize("case", STOPS.values(), ids=STOPS)
+def test_a_product_is_left_alone_when_one_of_its_uninstallers_could_not_be_started(windows, uninstallers, case):
+    case.lay_out(windows, uninstallers)
     before = windows.tree()
-    register(windows, *entries)
 
-    for name, lines in orders.items():
-        windows.place_uninstaller(uninstallers / name, *lines)
+    run = clean(windows, case.product)
 
-    run = clean(windows, product)
-
-    assert run == failed(opening(product) + aborted(product, told))
-    assert calls(windows, uninstallers, orders) == {name: called(name) * runs.count(name) for name in orders}
+    assert run == failed(opening(case.product) + aborted(case.product, case.told))
+    assert calls(windows, uninstallers) == case.calls
     assert windows.tree() == before
 
 
@@ -251,19 +265,6 @@ Y/n? [time][Info] Cleaning: Orvex Studio
 [time][Warning] Cleaning was aborted.
 """
     assert run == failed(transcript)
-    assert windows.tree() == before
-
-
-def test_product_manager_is_left_alone_when_its_uninstaller_is_no_program(windows, uninstallers):
-    put(windows.program_files, "Orvex Product Manager/File.dat")
-    put(uninstallers, "Orvex.exe")
-    register(windows, entry("Orvex Product Manager", "Orvex.exe"))
-    before = windows.tree()
-
-    run = clean(windows, PRODUCT_MANAGER)
-
-    told = NOT_STARTED + advice("Orvex Product Manager", "C:\\Uninstallers\\Orvex.exe")
-    assert run == failed(opening(PRODUCT_MANAGER) + aborted(PRODUCT_MANAGER, told))
     assert windows.tree() == before
 
 
