@@ -12,3 +12,7 @@ if (MSVC)
     add_compile_options ($<$<COMPILE_LANGUAGE:C,CXX>:/permissive-> $<$<COMPILE_LANGUAGE:C,CXX>:/utf-8>)
     add_compile_definitions (NOMINMAX _CRT_SECURE_NO_WARNINGS)
 endif()
+
+if (MINGW AND CMAKE_CROSSCOMPILING)
+    include (UnwindInformation)
+endif()

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <windows.h>
 
 static bool isWine() { return GetProcAddress (GetModuleHandleW (L"ntdll.dll"), "wine_get_version") != nullptr; }
@@ -23,4 +24,12 @@ TEST (Image, LoadsNoDllOfTheSystemsThatLiesBesideIt)
 
     const auto output = process.readAllProcessOutput();
     EXPECT_TRUE (output.startsWith (ORVEX_CLEANER_NAME " " ORVEX_CLEANER_VERSION)) << output;
+}
+
+// What has no entry is taken for a function without a frame, and its caller for what lies on the stack.
+TEST (Image, HasTheUnwindInformationOfTheStandardLibrary)
+{
+    const auto function = reinterpret_cast<DWORD64> (&std::use_facet<std::ctype<char>>);
+    DWORD64 image = 0;
+    EXPECT_NE (RtlLookupFunctionEntry (function, &image, nullptr), nullptr);
 }
