@@ -23,13 +23,17 @@ def test_every_command_succeeds(command, tmp_path):
         "ORVEX_TEST_RESULTS": str(tmp_path / "results")
     }
 
-    run = subprocess.run(
-        ["bash", "-c", command], cwd=TOP, env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True
-    )
+    typed = "break confirmWithUser\ncontinue\n" if command.startswith("scripts/debug") else ""
+
+    run = subprocess.run(["bash", "-c", command], cwd=TOP, env=environment, input=typed, capture_output=True, text=True)
 
     assert run.returncode == 0, run.stdout + run.stderr
     if command.startswith("scripts/test"):
         assert re.search(r"^[1-9]\d* passed, 0 failed$", run.stdout, re.MULTILINE)
+    if command.startswith("scripts/debug"):
+        assert re.search(
+            r"^Breakpoint 1, .*confirmWithUser \(\)\s+at \S+/ConfirmWithUser\.cpp:\d+$", run.stdout, re.MULTILINE
+        )
 
 
 def test_names_files_that_are_there():
