@@ -441,9 +441,9 @@ def test_ends_as_usual_beside_a_copy_that_deletes_the_same_at_the_same_time(mach
 
     assert not content.exists()
 
-    # Windows lets only one of them write at a time: the other's line is lost, but none is broken. On Linux, the
-    # library writes where the file ended when it was opened, and one line may overwrite another.
+    # Windows lets only one of them write at a time: the other's line is lost, whichever it is, but none is broken. On
+    # Linux, the library writes where the file ended when it was opened, and one line may overwrite another.
     if isinstance(machine, Windows):
         lines = machine.log().split("\n")
         assert set(lines) <= {line for outcome in outcomes for line in outcome.log.split("\n")}
-        assert "[time][Info] Target: Content" in lines
+        assert any(line.startswith("[time]") for line in lines)
