@@ -7,7 +7,7 @@ from itertools import product as each_with_each
 from pathlib import Path
 
 from machines import UNINSTALL_KEY, put, wait_for
-from runs import Run, failed, succeeded
+from runs import Run, clean, failed, succeeded
 from texts import cleaned, file_deleted, folder_deleted, folder_not_deleted, opening
 
 STUDIO_FILES = ["Orvex Studio/Orvex Studio.exe", "Orvex Studio/Licence.txt", "Common Files/VST3/Orvex.vst3/Orvex.vst3"]
@@ -15,7 +15,6 @@ MANAGER_FILES = ["Orvex Product Manager/Orvex Product Manager.exe", "Orvex Produ
 
 SOURCES = Path(__file__).resolve().parent / "setups"
 OK, YES = 1, 6  # the buttons of dialogs
-INNO_SILENTLY = ["/VERYSILENT", "/SUPPRESSMSGBOXES", "/NORESTART"]
 
 
 def install_by_nsis(windows, name: str, *files: str, options: tuple[str, ...] = ()) -> None:
@@ -45,11 +44,6 @@ def install_by_msi(windows, *files: str) -> None:
 
 def install_by_inno(windows, name: str, version: str, *files: str, options: tuple[str, ...] = ()) -> None:
     """Installs files below Program Files, the first of them in the product's own folder."""
-    setup = build_by_inno(windows, name, version, *files, options=options)
-    run_setup(windows, setup, *INNO_SILENTLY)
-
-
-def build_by_inno(windows, name: str, version: str, *files: str, options: tuple[str, ...] = ()) -> Path:
     workshop = windows.c / "workshop"
     shutil.copytree(windows.debian / "innosetup", workshop / "innosetup")
     shutil.copy(SOURCES / "product.iss", workshop)
@@ -60,7 +54,7 @@ def build_by_inno(windows, name: str, version: str, *files: str, options: tuple[
     assert windows.tool(*compiler, "C:\\workshop\\product.iss").wait() == 0
     setup = shutil.move(workshop / "product-setup.exe", windows.scratch / "product-setup.exe")
     shutil.rmtree(workshop)
-    return setup
+    run_setup(windows, setup, "/VERYSILENT", "/SUPPRESSMSGBOXES", "/NORESTART")
 
 
 def run_setup(windows, setup: Path, *options: str) -> None:
@@ -74,11 +68,11 @@ def press(windows, title: str, button: int) -> None:
     assert windows.tool("C:\\tools\\AnswerDialog.exe", title, str(button)).wait(60) == 0
 
 
-def run_again(windows, *arguments: str, answers: str) -> Run:
+def clean_again(windows, product) -> Run:
     """Runs the program without the traces of the run before."""
     windows.close_explorers()
     windows.log_file.unlink()
-    return windows.run(*arguments, answers=answers)
+    return clean(windows, product)
 
 
 def seconds_waited(windows) -> float:
@@ -128,21 +122,14 @@ def listed_programs(windows, bits: int = 64) -> dict[str, str]:
     return {value["DisplayName"]: value["UninstallString"] for value in values if value}
 
 
-def ways(folder: str) -> dict[str, str]:
-    """What a run may write of a folder that its uninstaller may still be removing."""
-    return {
-        "the program removes it": folder_deleted(folder),
-        "the uninstaller has removed it": "",
-        "it goes between two looks at it": file_deleted(folder),
-        "something in it goes first": folder_not_deleted(folder),
-    }
-
-
 def outcomes(machine, product, start: str, contested: list[str], rest: str = "") -> list[Run]:
-    """All that a run may be in which the uninstallers of these folders are still at work.
-
-    The steps are those of the start, then one of the ways for each folder, and the rest.
-    """
-    choices = each_with_each(*(ways(folder).values() for folder in contested))
+    """All that a run may be in which the uninstallers of these folders are still at work."""
+    ways = (
+        folder_deleted,
+        lambda _: "",  # the uninstaller was faster
+        file_deleted,  # it was faster between two looks
+        folder_not_deleted,  # it removed something in the folder first
+    )
+    choices = each_with_each(*([way(folder) for way in ways] for folder in contested))
     transcripts = [opening(product) + cleaned(product, start + "".join(choice) + rest) for choice in choices]
     return [failed(text) if "Unable to delete" in text else succeeded(machine, text) for text in transcripts]

@@ -1,8 +1,5 @@
 """Setups of Inno Setup, whose uninstallers know /SILENT and end through a copy that is the last to go."""
 
-import subprocess
-from contextlib import contextmanager
-
 import pytest
 
 from machines import put
@@ -13,12 +10,12 @@ from setups import (
     OK,
     STUDIO_FILES,
     YES,
+    clean_again,
     install_by_inno,
     left,
     listed_programs,
     outcomes,
     press,
-    run_again,
     seconds_waited,
     wait_for_the_end_of_all,
 )
@@ -28,15 +25,6 @@ from texts import TOO_SLOW, aborted, advice, exited, file_deleted, folder_delete
 @pytest.fixture
 def windows(inno_windows):
     return inno_windows
-
-
-@contextmanager
-def running_application(windows, mutex: str):
-    pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE}
-
-    with windows.tool("C:\\tools\\HoldMutex.exe", mutex, **pipes) as application:
-        assert application.stdout.readline() == b"running\r\n"
-        yield
 
 
 def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows):
@@ -50,7 +38,7 @@ def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows)
     put(windows.program_files, "Common Files/VST3/Another Maker.vst3")
     put(windows.user_data, "Orvex/recent.xml")
 
-    run = windows.run("--clean=OrvexStudio", answers="y\n\n")
+    run = clean(windows, ORVEX_STUDIO)
     wait_for_the_end_of_all(windows)
 
     contested = ["C:\\Program Files\\Orvex", "C:\\Program Files\\Orvex Studio"]
@@ -59,10 +47,10 @@ def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows)
     assert run in outcomes(windows, ORVEX_STUDIO, exited(0, 0), contested, rest)
     assert listed_programs(windows) == {}
 
-    run_again(windows, "--clean=OrvexStudio", answers="y\n\n")  # for the case that both were at it
+    clean_again(windows, ORVEX_STUDIO)  # for the case that both were at it
     assert left(windows) == ["C:\\Program Files\\Common Files\\VST3\\Another Maker.vst3"]
 
-    run = run_again(windows, "--clean=OrvexStudio", answers="y\n\n")
+    run = clean_again(windows, ORVEX_STUDIO)
 
     assert run == succeeded(windows, opening(ORVEX_STUDIO) + removed(ORVEX_STUDIO))
 
@@ -89,7 +77,7 @@ def test_an_uninstaller_that_asks_is_given_20_seconds_and_the_next_run_removes_w
 
     press(windows, "Uninstall", YES)
     wait_for_the_end_of_all(windows)
-    run = run_again(windows, "--clean=OrvexStudio", answers="y\n\n")
+    run = clean_again(windows, ORVEX_STUDIO)
 
     transcript = opening(ORVEX_STUDIO) + removed(ORVEX_STUDIO, windows.shown(windows.user_data / "Orvex"))
     assert run == succeeded(windows, transcript)
@@ -101,12 +89,12 @@ def test_an_uninstaller_whose_application_is_running_waits_and_goes_on_once_that
     install_by_inno(windows, "Orvex Product Manager", "2.0", *MANAGER_FILES, options=("/DMutex=OrvexProductManager",))
     put(windows.shared_data, "TessaraWorks/OrvexProductManager/partial.bin")
 
-    with running_application(windows, "OrvexProductManager"):
+    with windows.beside("HoldMutex", "OrvexProductManager", says="running"):
         run_in_vain(windows, PRODUCT_MANAGER)
 
     press(windows, "Orvex Product Manager Uninstall", OK)
     wait_for_the_end_of_all(windows)
-    run = run_again(windows, "--clean=ProductManager", answers="y\n\n")
+    run = clean_again(windows, PRODUCT_MANAGER)
 
     folder = "C:\\ProgramData\\TessaraWorks\\OrvexProductManager"
     assert run == succeeded(windows, opening(PRODUCT_MANAGER) + removed(PRODUCT_MANAGER, folder))
@@ -120,7 +108,7 @@ def test_an_installation_for_32_bits_is_not_found_and_what_lies_in_the_64_bit_fo
     put(windows.program_files, "Common Files/VST3/Orvex.vst3/Orvex.vst3")
     put(windows.user_data, "Orvex/recent.xml")
 
-    run = windows.run("--clean=OrvexStudio", answers="y\n\n")
+    run = clean(windows, ORVEX_STUDIO)
 
     folders = windows.shown(windows.user_data / "Orvex"), "C:\\Program Files\\Common Files\\VST3\\Orvex.vst3"
     assert run == succeeded(windows, opening(ORVEX_STUDIO) + removed(ORVEX_STUDIO, *folders))

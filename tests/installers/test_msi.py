@@ -4,8 +4,8 @@ import re
 
 from machines import put
 from products import PRODUCT_MANAGER
-from runs import failed, succeeded
-from setups import install_by_msi, left, listed_programs, run_again
+from runs import clean, failed, succeeded
+from setups import clean_again, install_by_msi, left, listed_programs
 from texts import NOT_STARTED, aborted, advice, opening, removed
 
 PROGRAM = "C:\\Program Files\\Orvex Product Manager\\Orvex Product Manager.exe"
@@ -21,7 +21,7 @@ def test_a_package_is_left_alone_and_what_it_leaves_goes_after_it_was_uninstalle
     product = re.fullmatch(r"MsiExec\.exe /I(\{[0-9A-F-]+\})", command)[1]
     everything = left(windows)
 
-    run = windows.run("--clean=ProductManager", answers="y\n\n")
+    run = clean(windows, PRODUCT_MANAGER)
 
     advised = NOT_STARTED + advice("Orvex Product Manager")
     assert run == failed(opening(PRODUCT_MANAGER) + aborted(PRODUCT_MANAGER, advised))
@@ -30,7 +30,7 @@ def test_a_package_is_left_alone_and_what_it_leaves_goes_after_it_was_uninstalle
 
     assert windows.tool("msiexec", "/x", product, "/qn").wait() == 0
     assert left(windows) == [SETTINGS, account]
-    run = run_again(windows, "--clean=ProductManager", answers="y\n\n")
+    run = clean_again(windows, PRODUCT_MANAGER)
 
     folders = windows.program_files / "Orvex Product Manager", windows.user_data / "OrvexProductManager"
     transcript = opening(PRODUCT_MANAGER) + removed(PRODUCT_MANAGER, *map(windows.shown, folders))

@@ -2,12 +2,13 @@
 
 from machines import put
 from products import ORVEX_STUDIO, PRODUCT_MANAGER
-from runs import failed, succeeded
+from runs import clean, failed, succeeded
 from setups import (
     MANAGER_FILES,
     OK,
     SOURCES,
     STUDIO_FILES,
+    clean_again,
     copies_of_nsis,
     install_by_nsis,
     left,
@@ -15,7 +16,6 @@ from setups import (
     makensis,
     outcomes,
     press,
-    run_again,
     wait_for_the_end_of_all,
 )
 from texts import NOT_STARTED, aborted, advice, exited, opening, removed
@@ -29,7 +29,7 @@ def test_an_uninstaller_that_asks_returns_at_once_and_loses_its_folder_but_not_i
     install_by_nsis(windows, "Orvex Studio 5", *STUDIO_FILES)
     put(windows.user_data, "Orvex/recent.xml")
 
-    run = windows.run("--clean=OrvexStudio", answers="y\n\n")
+    run = clean(windows, ORVEX_STUDIO)
 
     folders = STUDIO, windows.shown(windows.user_data / "Orvex"), f"{VST3}\\Orvex.vst3"
     transcript = opening(ORVEX_STUDIO) + removed(ORVEX_STUDIO, *folders, after=exited(0))
@@ -44,7 +44,7 @@ def test_an_uninstaller_that_asks_removes_its_entry_when_it_is_answered_after_it
     windows = inno_windows  # which has a display
     install_by_nsis(windows, "Orvex Studio 5", *STUDIO_FILES)
 
-    run = windows.run("--clean=OrvexStudio", answers="y\n\n")
+    run = clean(windows, ORVEX_STUDIO)
 
     transcript = opening(ORVEX_STUDIO) + removed(ORVEX_STUDIO, STUDIO, f"{VST3}\\Orvex.vst3", after=exited(0))
     assert run == succeeded(windows, transcript)
@@ -59,11 +59,11 @@ def test_an_uninstaller_that_asks_removes_its_entry_when_it_is_answered_after_it
 
 def test_an_entry_whose_uninstaller_has_gone_stops_every_further_run(windows):
     install_by_nsis(windows, "Orvex Studio 5", *STUDIO_FILES)
-    windows.run("--clean=OrvexStudio", answers="y\n\n")
+    clean(windows, ORVEX_STUDIO)
     wait_for_the_end_of_all(windows)
     put(windows.user_data, "Orvex/recent.xml")
 
-    run = run_again(windows, "--clean=OrvexStudio", answers="y\n\n")
+    run = clean_again(windows, ORVEX_STUDIO)
 
     assert run == failed(opening(ORVEX_STUDIO) + aborted(ORVEX_STUDIO, NOT_STARTED + advice("Orvex Studio")))
     assert left(windows) == [VST3, windows.shown(windows.user_data / "Orvex/recent.xml")]
@@ -73,13 +73,13 @@ def test_an_entry_whose_uninstaller_has_gone_stops_every_further_run(windows):
 def test_an_uninstaller_that_is_silent_by_itself_removes_its_entry_after_the_program_has_gone_on(windows):
     install_by_nsis(windows, "Orvex version 2.4.1", "Orvex/bridge.exe", "Orvex/Licence.txt", options=("-DSILENT",))
 
-    run = windows.run("--clean=OrvexStudio", answers="y\n\n")
+    run = clean(windows, ORVEX_STUDIO)
     wait_for_the_end_of_all(windows)
 
     assert run in outcomes(windows, ORVEX_STUDIO, exited(0), ["C:\\Program Files\\Orvex"])
     assert listed_programs(windows) == {}
 
-    run_again(windows, "--clean=OrvexStudio", answers="y\n\n")
+    clean_again(windows, ORVEX_STUDIO)
     assert left(windows) == []
 
 
@@ -88,7 +88,7 @@ def test_an_uninstaller_that_waits_for_the_real_one_leaves_only_what_it_did_not_
     waiting = (f"-DWAITING={windows.scratch}/waiting.exe",)
     install_by_nsis(windows, "Orvex Product Manager", *MANAGER_FILES, options=waiting)
 
-    run = windows.run("--clean=ProductManager", answers="y\n\n")
+    run = clean(windows, PRODUCT_MANAGER)
 
     folder = "C:\\Program Files\\Orvex Product Manager"
     transcript = opening(PRODUCT_MANAGER) + removed(PRODUCT_MANAGER, folder, after=exited(0))

@@ -362,13 +362,17 @@ class Windows(Machine):
         return subprocess.Popen(self.entered("wine", name, *arguments), env=self.environment(), cwd=self.c, **options)
 
     @contextmanager
+    def beside(self, tool: str, *arguments: str, says: str):
+        """One of the tests' small programs runs meanwhile, from when it says so until its input ends."""
+        pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE, "text": True}
+
+        with self.tool(f"C:\\tools\\{tool}.exe", *arguments, **pipes) as process:
+            assert process.stdout.readline() == f"{says}\n"
+            yield
+
     def held_open(self, file: Path):
         """Keeps a file open in another process, which shares it with nobody."""
-        pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE}
-
-        with self.tool("C:\\tools\\HoldOpen.exe", self.shown(file), **pipes) as holder:
-            assert holder.stdout.readline() == b"open\r\n"
-            yield
+        return self.beside("HoldOpen", self.shown(file), says="open")
 
     def programs(self) -> dict[int, list[str]]:
         """The command lines of what runs in this Windows, by process id."""

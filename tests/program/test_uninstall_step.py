@@ -1,8 +1,6 @@
 """The uninstallers that two of the products run before anything is deleted."""
 
-import subprocess
 import time
-from contextlib import contextmanager
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -45,16 +43,6 @@ def register(windows, *entries: dict[str, str]) -> None:
 def called(uninstaller: str) -> list[str]:
     """What a stub notes when it is called once, in the right way, and comes to its end."""
     return [f'"C:\\Uninstallers\\{uninstaller}" /SILENT', "done"]
-
-
-@contextmanager
-def refused(windows, key: str):
-    """Adds an uninstall entry that nobody may open."""
-    tool = windows.tool("C:\\tools\\RefuseKey.exe", f"{KEY}\\{key}", stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-    assert tool.stdout.readline().strip() == b"refused"
-
-    yield
-    tool.communicate()
 
 
 @dataclass
@@ -320,7 +308,7 @@ def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_befo
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
     windows.register({"A": entry("Orvex version 1.4", "Orvex.exe"), "C": entry("Orvex Studio", "Orvex Studio.exe")})
 
-    with refused(windows, "B"):
+    with windows.beside("RefuseKey", f"{KEY}\\B", says="refused"):
         run = clean(windows, ORVEX_STUDIO)
 
     steps = exited(0) + f"{NO_SUBKEY}B\n" + folder_deleted(windows.shown(studio))
@@ -334,7 +322,7 @@ def test_product_manager_is_removed_although_an_entry_cannot_be_opened(windows, 
     windows.place_uninstaller(uninstallers / "Orvex.exe")
     windows.register({"B": entry("Orvex Product Manager", "Orvex.exe")})
 
-    with refused(windows, "A"):
+    with windows.beside("RefuseKey", f"{KEY}\\A", says="refused"):
         run = clean(windows, PRODUCT_MANAGER)
 
     steps = f"{NO_SUBKEY}A\n" + folder_deleted(windows.shown(folder))
