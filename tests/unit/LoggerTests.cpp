@@ -1,8 +1,6 @@
-#include "Console.h"
 #include "LiveTexts.h"
 #include "RecordingLogger.h"
-#include "TemporaryFolder.h"
-#include "logging/DefaultLogger.h"
+#include "TestLogger.h"
 #include "logging/Log.h"
 
 #include <gtest/gtest.h>
@@ -10,30 +8,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <set>
 #include <thread>
-#include <type_traits>
 
 using namespace TessaraWorks;
-
-constexpr juce::int64 noLimit = -1;
-
-static std::string bytesOf (const juce::File& file)
-{
-    juce::MemoryBlock block;
-    file.loadFileAsData (block);
-    return { static_cast<const char*> (block.getData()), block.getSize() };
-}
-
-// Replaces the times in the banners, which have a test of their own.
-static std::string withoutBannerTime (std::string text)
-{
-    const std::string label = "Log started: ";
-
-    for (auto at = text.find (label); at != std::string::npos; at = text.find (label, at + 1))
-        text.replace (at + label.size(), text.find ('\r', at) - at - label.size(), "TIME");
-
-    return text;
-}
 
 // Reads a number of so many digits, without leading zeros where there may be fewer.
 static bool skipNumber (const char*& text, size_t minDigits, size_t maxDigits, int limit)
@@ -68,17 +46,6 @@ static std::string withoutStamps (const std::string& lines)
     return result;
 }
 
-static std::string banner (const std::string& welcomeMessage)
-{
-    return "\r\n**********************************************************\r\n" + welcomeMessage
-         + "\r\nLog started: TIME\r\n\r\n";
-}
-
-struct LoggerWithoutStamps : DefaultLogger
-{
-    LoggerWithoutStamps() { showTimestamps = false; }
-};
-
 TEST (LogInterface, BeginsWithItsDefaultSettings)
 {
     const DefaultLogger logger;
@@ -89,10 +56,8 @@ TEST (LogInterface, BeginsWithItsDefaultSettings)
     EXPECT_FALSE (logger.logAllToFile);
 }
 
-TEST (LogInterface, HasFourLevelsThatAreSigned32BitNumbers)
+TEST (LogInterface, HasFourLevelsInTheirOrder)
 {
-    static_assert (std::is_same_v<LogLevel, juce::int32>);
-
     EXPECT_EQ (Debug, 0);
     EXPECT_EQ (Info, 1);
     EXPECT_EQ (Warning, 2);
@@ -139,130 +104,44 @@ TEST (ProcessWideLogger, CanBeAbsentAndThenMessagesAreDropped)
     EXPECT_EQ (console.errors(), "");
 }
 
-TEST (LogLine, HasTheLevelsTagInFrontOfTheMessage)
+TEST (LogLine, HasTheSameStampOnTheConsoleAndInTheFile)
 {
-    const Console console;
-    LoggerWithoutStamps logger;
-
-    logger.log (Debug, "one");
-    logger.log (Info, "two");
-    logger.log (Warning, "three");
-    logger.log (Critical, "four");
-
-    EXPECT_EQ (console.output(), "[Debug] one\n[Info] two\n[Warning] three\n[Critical] four\n");
-}
-
-TEST (LogLine, HasAnEmptyTagAtALevelThatHasNoName)
-{
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.minimumLevel = -2;
-
-    logger.log (7, "seven");
-    logger.log (4, "four");
-    logger.log (-1, "minus one");
-    logger.log (-2, "minus two");
-
-    EXPECT_EQ (console.output(), "[] seven\n[] four\n[] minus one\n[] minus two\n");
-}
-
-TEST (LogLine, BeginsWithAStampAndNoBlankBehindIt)
-{
-    const Console console;
-    DefaultLogger logger;
-
-    logger.log (Critical, "This application must be run with Administrator privileges. Aborting...");
-
-    EXPECT_EQ (withoutStamps (console.output()),
-               "STAMP[Critical] This application must be run with Administrator privileges. Aborting...\n");
-}
-
-TEST (LogLine, IsTheSameOnTheConsoleAndInTheFile)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    DefaultLogger logger;
-    logger.openLogFile (file, "welcome", noLimit);
-    const auto lengthOfBanner = bytesOf (file).size();
+    TestLogger logger;
+    logger.showTimestamps = true;
+    logger.open();
 
     logger.log (Info, "message");
 
-    auto line = console.output();
-    ASSERT_EQ (withoutStamps (line), "STAMP[Info] message\n");
-    EXPECT_EQ (bytesOf (file).substr (lengthOfBanner), line.replace (line.size() - 1, 1, "\r\n"));
+    const auto shown = logger.shown();
+    ASSERT_EQ (withoutStamps (shown), "STAMP[Info] message\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome") + shown.substr (0, shown.size() - 1) + "\r\n");
 }
 
-TEST (LogLine, BeginsWithTheTagInBothPlacesWithoutStamps)
+TEST (LogLine, HasTheMessageAsItIs)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", noLimit);
+    const std::string messages[] = {
+        "",
+        "first\nsecond\r\nthird",
+        "Gr\xc3\xb6\xc3\x9f\x65 \xe9\x9f\xb3 \xf0\x9f\x8e\xb5",
+        std::string (100000, 'x'),
+    };
 
-    logger.log (Warning, "message");
+    for (const auto& message : messages)
+    {
+        TestLogger logger;
+        logger.open();
 
-    EXPECT_EQ (console.output(), "[Warning] message\n");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Warning] message\r\n");
-}
+        logger.log (Info, juce::String::fromUTF8 (message.c_str()));
 
-TEST (LogLine, EndsInABlankForAnEmptyMessage)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", noLimit);
-
-    logger.log (Info, {});
-
-    EXPECT_EQ (console.output(), "[Info] \n");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] \r\n");
-}
-
-TEST (LogLine, IsNotSplitAtALineEndInsideOfTheMessage)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    DefaultLogger logger;
-    logger.openLogFile (file, "welcome", noLimit);
-    const auto lengthOfBanner = bytesOf (file).size();
-
-    logger.log (Info, "first\nsecond\r\nthird");
-
-    EXPECT_EQ (withoutStamps (console.output()), "STAMP[Info] first\nsecond\r\nthird\n");
-    EXPECT_EQ (withoutStamps (bytesOf (file).substr (lengthOfBanner)), "STAMP[Info] first\nsecond\r\nthird\r\n");
-}
-
-TEST (LogLine, IsUtf8)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", noLimit);
-
-    logger.log (Info, juce::String::fromUTF8 (u8"Gr\u00f6\u00dfe \u97f3 \U0001f3b5"));
-
-    EXPECT_EQ (console.output(), "[Info] Gr\xc3\xb6\xc3\x9f\x65 \xe9\x9f\xb3 \xf0\x9f\x8e\xb5\n");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)),
-               banner ("welcome") + "[Info] Gr\xc3\xb6\xc3\x9f\x65 \xe9\x9f\xb3 \xf0\x9f\x8e\xb5\r\n");
-}
-
-TEST (LogLine, CanBeVeryLong)
-{
-    const Console console;
-    LoggerWithoutStamps logger;
-
-    logger.log (Info, juce::String::repeatedString ("x", 100000));
-
-    EXPECT_EQ (console.output(), "[Info] " + std::string (100000, 'x') + "\n");
+        EXPECT_EQ (logger.shown(), "[Info] " + message + "\n");
+        EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] " + message + "\r\n");
+    }
 }
 
 TEST (LogFilter, SendsEachLevelWhereTheSettingsSay)
 {
+    const juce::String all = "[] at -1\n[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n";
+
     struct Row
     {
         LogLevel minimumLevel;
@@ -270,15 +149,13 @@ TEST (LogFilter, SendsEachLevelWhereTheSettingsSay)
     };
 
     const Row rows[] = {
-        { -1, "[] at -1\n[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 7\n" },
-        { Debug, "[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 7\n" },
-        { Info, "[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 7\n" },
-        { Warning, "[Warning] at 2\n[Critical] at 3\n[] at 7\n" },
-        { Critical, "[Critical] at 3\n[] at 7\n" },
-        { 8, "" },
+        { -1, all },
+        { Debug, "[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n" },
+        { Info, "[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n" },
+        { Warning, "[Warning] at 2\n[Critical] at 3\n[] at 4\n" },
+        { Critical, "[Critical] at 3\n[] at 4\n" },
+        { 5, "" },
     };
-
-    const juce::String all = "[] at -1\n[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 7\n";
 
     for (const auto& row : rows)
         for (const auto logAllToFile : { false, true })
@@ -287,32 +164,27 @@ TEST (LogFilter, SendsEachLevelWhereTheSettingsSay)
                 SCOPED_TRACE (testing::Message() << "minimumLevel " << row.minimumLevel << ", logAllToFile "
                                                  << logAllToFile << ", showTimestamps " << showTimestamps);
 
-                const TemporaryFolder folder;
-                const auto file = folder.getChildFile ("log");
-                const Console console;
-                DefaultLogger logger;
+                TestLogger logger;
                 logger.minimumLevel = row.minimumLevel;
                 logger.logAllToFile = logAllToFile;
                 logger.showTimestamps = showTimestamps;
-                logger.openLogFile (file, "welcome", noLimit);
-                const auto lengthOfBanner = bytesOf (file).size();
+                logger.open();
 
-                for (const auto level : { -1, 0, 1, 2, 3, 7 })
+                for (const auto level : { -1, 0, 1, 2, 3, 4 })
                     logger.log (level, "at " + juce::String (level));
 
                 const juce::String tag (showTimestamps ? "STAMP[" : "[");
-                const auto expectedOnConsole = row.passed.replace ("[", tag);
-                const auto expectedInFile = (logAllToFile ? all : row.passed).replace ("[", tag).replace ("\n", "\r\n");
+                const auto shown = row.passed.replace ("[", tag);
+                const auto filed = (logAllToFile ? all : row.passed).replace ("[", tag).replace ("\n", "\r\n");
 
-                EXPECT_EQ (withoutStamps (console.output()), expectedOnConsole.toStdString());
-                EXPECT_EQ (withoutStamps (bytesOf (file).substr (lengthOfBanner)), expectedInFile.toStdString());
+                EXPECT_EQ (withoutStamps (logger.shown()), shown.toStdString());
+                EXPECT_EQ (withoutStamps (logger.filed()), banner ("welcome") + filed.toStdString());
             }
 }
 
 TEST (LogFilter, FormatsNoMessageThatIsDropped)
 {
-    const Console console;
-    LoggerWithoutStamps logger;
+    TestLogger logger;
     logger.minimumLevel = Info;
     const juce::String message ("dropped");
 
@@ -324,102 +196,80 @@ TEST (LogFilter, FormatsNoMessageThatIsDropped)
 
 TEST (LogFilter, LetsNothingOutWhenAllGoesToAFileThatIsNotThere)
 {
-    const Console console;
-    DefaultLogger logger;
+    TestLogger logger;
     logger.minimumLevel = Info;
     logger.logAllToFile = true;
 
     logger.log (Debug, "message");
 
-    EXPECT_EQ (console.output(), "");
+    EXPECT_EQ (logger.shown(), "");
 }
 
 TEST (LogFilter, TakesEffectWithTheNextMessage)
 {
-    const Console console;
-    LoggerWithoutStamps logger;
+    TestLogger logger;
 
     logger.log (Debug, "before");
     logger.minimumLevel = Info;
     logger.log (Debug, "after");
 
-    EXPECT_EQ (console.output(), "[Debug] before\n");
+    EXPECT_EQ (logger.shown(), "[Debug] before\n");
 }
 
 TEST (LogFilter, DoesNotReadTheSpareFlag)
 {
-    const Console console;
-    LoggerWithoutStamps logger;
+    TestLogger logger;
     logger.minimumLevel = Info;
     logger.spareFlag = true;
 
     logger.log (Debug, "dropped");
     logger.log (Info, "kept");
 
-    EXPECT_EQ (console.output(), "[Info] kept\n");
-}
-
-TEST (LoggerWrite, PutsTheBareTextOnTheConsoleAlone)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    DefaultLogger logger;
-    logger.minimumLevel = 100;
-    logger.logAllToFile = true;
-    logger.openLogFile (file, "welcome", noLimit);
-
-    logger.write ("text");
-    logger.write ({});
-
-    EXPECT_EQ (console.output(), "text\n\n");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome"));
-}
-
-TEST (LoggerWrite, FlushesTheConsole)
-{
-    const Console console;
-    DefaultLogger logger;
-
-    logger.write ("text");
-
-    EXPECT_EQ (console.visibleOutput(), "text\n");
-}
-
-TEST (LoggerConsole, ShowsALineBeforeTheFileGetsIt)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    Console console;
-    std::string shown, filed;
-    console.onFlush = [&]
-    {
-        shown = console.visibleOutput();
-        filed = bytesOf (file);
-    };
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", noLimit);
-
-    logger.log (Info, "message");
-
-    EXPECT_EQ (shown, "[Info] message\n");
-    EXPECT_EQ (withoutBannerTime (filed), banner ("welcome"));
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] message\r\n");
+    EXPECT_EQ (logger.shown(), "[Info] kept\n");
 }
 
 TEST (LogFilter, ReadsTheMinimumLevelOnceForBothPlaces)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", noLimit);
-    console.onFlush = [&] { logger.minimumLevel = Critical; };
+    TestLogger logger;
+    logger.open();
+    logger.console.onFlush = [&] { logger.minimumLevel = Critical; };
 
     logger.log (Info, "message");
 
-    EXPECT_EQ (console.output(), "[Info] message\n");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] message\r\n");
+    EXPECT_EQ (logger.shown(), "[Info] message\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] message\r\n");
+}
+
+TEST (LoggerWrite, PutsTheBareTextOnTheConsoleAloneAndFlushesIt)
+{
+    TestLogger logger;
+    logger.minimumLevel = 100;
+    logger.showTimestamps = true;
+    logger.logAllToFile = true;
+    logger.open();
+
+    logger.write ("text");
+    logger.write ({});
+
+    EXPECT_EQ (logger.console.visibleOutput(), "text\n\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome"));
+}
+
+TEST (LoggerConsole, ShowsALineBeforeTheFileGetsIt)
+{
+    TestLogger logger;
+    logger.open();
+    std::string shown, filed;
+    logger.console.onFlush = [&]
+    {
+        shown = logger.console.visibleOutput();
+        filed = logger.filed();
+    };
+
+    logger.log (Info, "message");
+
+    EXPECT_EQ (shown, "[Info] message\n");
+    EXPECT_EQ (filed, banner ("welcome"));
 }
 
 // Gives way to other threads between any two characters.
@@ -446,10 +296,9 @@ private:
 
 TEST (LoggerConsole, ShowsWholeLinesOfTwoThreads)
 {
-    const Console console;
+    TestLogger logger;
     SlowConsole buffer;
     std::cout.rdbuf (&buffer);
-    LoggerWithoutStamps logger;
 
     constexpr int linesOfEach = 200;
     std::atomic<int> ready { 0 };
@@ -500,32 +349,27 @@ TEST (LoggerConsole, ShowsWholeLinesOfTwoThreads)
 
 TEST (LogFile, BeginsWithABanner)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("OrvexCleaner.log");
-    const Console console;
-    DefaultLogger logger;
+    TestLogger logger;
 
-    logger.openLogFile (file, "Orvex Cleaner session starting", 5000000);
+    logger.openLogFile (logger.file, "Orvex Cleaner session starting", 5000000);
 
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)),
+    EXPECT_EQ (logger.filed(),
                "\r\n"
                "**********************************************************\r\n"
                "Orvex Cleaner session starting\r\n"
                "Log started: TIME\r\n"
                "\r\n");
-    EXPECT_EQ (console.output(), "");
+    EXPECT_EQ (logger.shown(), "");
 }
 
 TEST (LogFile, TellsTheLocalTimeOnA12HourClockInItsBanner)
 {
     static const char* const months[] = { "Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                           "Jul", "Aug", "Sep", "Oct", "Nov", "Dec" };
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    DefaultLogger logger;
+    TestLogger logger;
 
     const auto before = juce::Time::getCurrentTime();
-    logger.openLogFile (file, "welcome", noLimit);
+    logger.open();
     const auto after = juce::Time::getCurrentTime();
 
     std::vector<std::string> possible;
@@ -549,24 +393,21 @@ TEST (LogFile, TellsTheLocalTimeOnA12HourClockInItsBanner)
         possible.push_back (text);
     }
 
-    const auto bytes = bytesOf (file);
+    const auto bytes = TestLogger::bytesOf (logger.file);
     const auto line = bytes.substr (bytes.find ("Log started"), bytes.size() - 4 - bytes.find ("Log started"));
     EXPECT_NE (std::find (possible.begin(), possible.end(), line), possible.end()) << line;
 }
 
 TEST (LogFile, HasEachLineBeforeLogReturns)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", noLimit);
+    TestLogger logger;
+    logger.open();
 
     logger.log (Info, "one");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] one\r\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] one\r\n");
 
     logger.log (Info, "two");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] one\r\n[Info] two\r\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] one\r\n[Info] two\r\n");
 }
 
 TEST (LogFile, IsNoBusinessOfJucesCurrentLogger)
@@ -580,11 +421,9 @@ TEST (LogFile, IsNoBusinessOfJucesCurrentLogger)
         Lines messages;
     };
 
-    const TemporaryFolder folder;
-    const Console console;
     const CurrentLogger current;
-    DefaultLogger logger;
-    logger.openLogFile (folder.getChildFile ("log"), "welcome", noLimit);
+    TestLogger logger;
+    logger.open();
 
     logger.log (Info, "message");
 
@@ -598,220 +437,126 @@ TEST (LogFile, IsNoBusinessOfJucesCurrentLogger)
 
 TEST (LogFile, IsTheSecondOneOnceASecondOneIsOpened)
 {
-    const TemporaryFolder folder;
-    const auto first = folder.getChildFile ("first");
-    const auto second = folder.getChildFile ("second");
-    const Console console;
-    LoggerWithoutStamps logger;
+    TestLogger logger;
+    const auto second = logger.folder.getChildFile ("second");
 
-    logger.openLogFile (first, "one", noLimit);
+    logger.open();
     logger.log (Info, "to the first");
     logger.openLogFile (second, "two", noLimit);
     logger.log (Info, "to the second");
 
-    EXPECT_EQ (withoutBannerTime (bytesOf (first)), banner ("one") + "[Info] to the first\r\n");
-    EXPECT_EQ (withoutBannerTime (bytesOf (second)), banner ("two") + "[Info] to the second\r\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] to the first\r\n");
+    EXPECT_EQ (TestLogger::filed (second), banner ("two") + "[Info] to the second\r\n");
     EXPECT_EQ (logger.getLogFilePath(), second.getFullPathName());
 }
 
 TEST (LogFile, GetsASecondBannerWhenItIsOpenedAgain)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
+    TestLogger logger;
 
-    logger.openLogFile (file, "one", 5000000);
+    logger.openLogFile (logger.file, "one", 5000000);
     logger.log (Info, "first");
-    logger.openLogFile (file, "two", 5000000);
+    logger.openLogFile (logger.file, "two", 5000000);
     logger.log (Info, "second");
 
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)),
-               banner ("one") + "[Info] first\r\n" + banner ("two") + "[Info] second\r\n");
-}
-
-TEST (LogFile, CollectsTheRunsOneAfterTheOther)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-
-    for (const auto* run : { "first run", "second run" })
-    {
-        LoggerWithoutStamps logger;
-        logger.openLogFile (file, run, 5000000);
-        logger.log (Info, "message");
-        logger.closeLogFile();
-    }
-
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)),
-               banner ("first run") + "[Info] message\r\n" + banner ("second run") + "[Info] message\r\n");
+    EXPECT_EQ (logger.filed(), banner ("one") + "[Info] first\r\n" + banner ("two") + "[Info] second\r\n");
 }
 
 TEST (LogFile, GetsNothingMoreOnceItIsClosed)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", noLimit);
+    TestLogger logger;
+    logger.open();
 
     logger.closeLogFile();
     logger.log (Info, "message");
 
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome"));
-    EXPECT_EQ (console.output(), "[Info] message\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome"));
+    EXPECT_EQ (logger.shown(), "[Info] message\n");
 }
 
-TEST (LogFile, CanBeClosedRepeatedlyAndWithoutBeingOpen)
+TEST (LogFile, HasAPathOnlyWhileItIsOpenAndCanBeClosedAtAnyTime)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
+    TestLogger logger;
 
+    EXPECT_EQ (logger.getLogFilePath(), "");
+    logger.closeLogFile();
+    EXPECT_EQ (logger.getLogFilePath(), "");
+    logger.open();
+    EXPECT_EQ (logger.getLogFilePath(), logger.file.getFullPathName());
+    logger.closeLogFile();
+    EXPECT_EQ (logger.getLogFilePath(), "");
     logger.closeLogFile();
     EXPECT_EQ (logger.getLogFilePath(), "");
 
-    logger.openLogFile (file, "welcome", noLimit);
-    logger.closeLogFile();
-    logger.closeLogFile();
-    EXPECT_EQ (logger.getLogFilePath(), "");
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome"));
-    EXPECT_EQ (console.output(), "");
-}
-
-TEST (LogFile, HasAPathOnlyWhileItIsAttached)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    DefaultLogger logger;
-
-    EXPECT_EQ (logger.getLogFilePath(), "");
-    logger.openLogFile (file, "welcome", noLimit);
-    EXPECT_EQ (logger.getLogFilePath(), file.getFullPathName());
-    logger.closeLogFile();
-    EXPECT_EQ (logger.getLogFilePath(), "");
+    EXPECT_EQ (logger.filed(), banner ("welcome"));
+    EXPECT_EQ (logger.shown(), "");
 }
 
 TEST (LogFile, IsMadeWithTheFoldersAroundIt)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("missing").getChildFile ("folder").getChildFile ("log");
-    DefaultLogger logger;
+    TestLogger logger;
+    const auto file = logger.folder.getChildFile ("missing/folder/log");
 
     logger.openLogFile (file, "welcome", noLimit);
 
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome"));
-}
-
-TEST (LogFile, MayBeOneThatCannotBeWritten)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.makeFolder ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-
-    logger.openLogFile (file, "welcome", 5000000);
-    logger.log (Info, "message");
-
-    EXPECT_EQ (console.output(), "[Info] message\n");
-    EXPECT_EQ (logger.getLogFilePath(), file.getFullPathName());
-    EXPECT_TRUE (file.isDirectory());
-    EXPECT_EQ (file.getNumberOfChildFiles (juce::File::findFilesAndDirectories), 0);
+    EXPECT_EQ (TestLogger::filed (file), banner ("welcome"));
 }
 
 TEST (LogFile, LosesLinesOneByOneWhileItCannotBeWritten)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.makeFolder ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", 5000000);
+    TestLogger logger;
+    logger.folder.makeFolder ("log");
 
+    logger.openLogFile (logger.file, "welcome", 5000000);
     logger.log (Info, "lost");
-    file.deleteFile();
+
+    EXPECT_EQ (logger.getLogFilePath(), logger.file.getFullPathName());
+    ASSERT_TRUE (logger.file.isDirectory());
+    EXPECT_EQ (logger.file.getNumberOfChildFiles (juce::File::findFilesAndDirectories), 0);
+
+    logger.file.deleteFile();
     logger.log (Info, "kept");
 
-    EXPECT_EQ (bytesOf (file), "[Info] kept\r\n");
-}
-
-TEST (LogFileSizeLimit, LeavesAFileOfExactlyThatSizeAlone)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    file.replaceWithText ("one\r\ntwo\r\nthree\r\n");
-    DefaultLogger logger;
-
-    logger.openLogFile (file, "welcome", 17);
-
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), "one\r\ntwo\r\nthree\r\n" + banner ("welcome"));
+    EXPECT_EQ (logger.shown(), "[Info] lost\n[Info] kept\n");
+    EXPECT_EQ (logger.filed(), "[Info] kept\r\n");
 }
 
 TEST (LogFileSizeLimit, CutsALongerFileAtTheFirstLineEndOfWhatMayStay)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    file.replaceWithText ("one\r\ntwo\r\nthree\r\n");
-    DefaultLogger logger;
+    struct Row
+    {
+        juce::int64 limit;
+        std::string kept;
+    };
 
-    logger.openLogFile (file, "welcome", 16);
+    const Row rows[] = {
+        { -1, "one\r\ntwo\r\nthree\r\n" },
+        { 17, "one\r\ntwo\r\nthree\r\n" }, // which has just that size
+        { 16, "\r\ntwo\r\nthree\r\n" },
+        { 0, "" },
+    };
 
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), "\r\ntwo\r\nthree\r\n" + banner ("welcome"));
-    EXPECT_EQ (static_cast<const juce::File&> (folder).getNumberOfChildFiles (juce::File::findFilesAndDirectories), 1);
-}
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE (row.limit);
+        TestLogger logger;
+        logger.file.replaceWithText ("one\r\ntwo\r\nthree\r\n");
 
-TEST (LogFileSizeLimit, KeepsFiveMillionBytesOfASessionsLog)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const auto lines = juce::String::repeatedString ("0123456789abcdef--\r\n", 250000); // too many to be shown
-    DefaultLogger logger;
+        logger.openLogFile (logger.file, "welcome", row.limit);
 
-    file.replaceWithText (lines);
-    ASSERT_EQ (file.getSize(), 5000000);
-    logger.openLogFile (file, "welcome", 5000000);
-    EXPECT_TRUE (withoutBannerTime (bytesOf (file)) == lines.toStdString() + banner ("welcome"));
-
-    file.replaceWithText ("x" + lines);
-    ASSERT_EQ (file.getSize(), 5000001);
-    logger.openLogFile (file, "welcome", 5000000);
-    EXPECT_TRUE (withoutBannerTime (bytesOf (file)) == lines.substring (18).toStdString() + banner ("welcome"));
-}
-
-TEST (LogFileSizeLimit, OfZeroDeletesTheOldFile)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.makeFile ("log");
-    DefaultLogger logger;
-
-    logger.openLogFile (file, "welcome", 0);
-
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome"));
-}
-
-TEST (LogFileSizeLimit, ThatIsNegativeLeavesTheOldFileAlone)
-{
-    const TemporaryFolder folder;
-    const auto file = folder.makeFile ("log");
-    DefaultLogger logger;
-
-    logger.openLogFile (file, "welcome", -1);
-
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), "contents" + banner ("welcome"));
+        EXPECT_EQ (logger.filed(), row.kept + banner ("welcome"));
+        EXPECT_EQ (logger.file.getParentDirectory().getNumberOfChildFiles (juce::File::findFilesAndDirectories), 1);
+    }
 }
 
 TEST (LogFileSizeLimit, DoesNotHoldDuringARun)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    LoggerWithoutStamps logger;
-    logger.openLogFile (file, "welcome", 10);
+    TestLogger logger;
+    logger.openLogFile (logger.file, "welcome", 10);
 
     logger.log (Info, "message");
 
-    EXPECT_EQ (withoutBannerTime (bytesOf (file)), banner ("welcome") + "[Info] message\r\n");
+    EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] message\r\n");
 }
 
 // The stamp of a moment, put together without the class under test.
@@ -828,47 +573,12 @@ static std::string stampOf (const juce::Time& time)
     return text;
 }
 
-// Waits for the next moment that lies within these milliseconds of a second, and gives the stamp
-// taken then. The clock may tick while the stamp is taken, and then it is taken anew.
-static std::string stampBetween (int firstMillisecond, int lastMillisecond)
+TEST (TimeStamp, TellsTheLocalTimeOnceForAllItsPartsAndTheMillisecondsWithoutLeadingZeros)
 {
     const DefaultLogger logger;
+    std::set<size_t> digitsOfMilliseconds;
 
-    for (;;)
-    {
-        const auto before = juce::Time::getCurrentTime();
-        const auto milliseconds = before.getMilliseconds();
-
-        if (milliseconds < firstMillisecond || milliseconds > lastMillisecond)
-        {
-            juce::Thread::sleep ((1000 + firstMillisecond - milliseconds) % 1000);
-            continue;
-        }
-
-        const auto stamp = logger.formatTimestamp();
-
-        if (juce::Time::getCurrentTime() == before)
-        {
-            EXPECT_EQ (stamp.toStdString(), stampOf (before));
-            return stamp.toStdString();
-        }
-    }
-}
-
-static size_t charactersOfMilliseconds (const std::string& stamp) { return stamp.find (']') - stamp.rfind (':') - 1; }
-
-TEST (TimeStamp, TellsTheMillisecondsWithoutLeadingZeros)
-{
-    EXPECT_EQ (charactersOfMilliseconds (stampBetween (0, 9)), 1u);
-    EXPECT_EQ (charactersOfMilliseconds (stampBetween (10, 99)), 2u);
-    EXPECT_EQ (charactersOfMilliseconds (stampBetween (100, 999)), 3u);
-}
-
-TEST (TimeStamp, TellsTheLocalTimeOnceForAllItsParts)
-{
-    const DefaultLogger logger;
-
-    for (int i = 0; i < 20000; ++i)
+    while (digitsOfMilliseconds.size() < 3) // a second at most
     {
         const auto before = juce::Time::getCurrentTime();
         const auto stamp = logger.formatTimestamp().toStdString();
@@ -880,5 +590,6 @@ TEST (TimeStamp, TellsTheLocalTimeOnceForAllItsParts)
             time += juce::RelativeTime::milliseconds (1);
 
         ASSERT_EQ (stamp, stampOf (time));
+        digitsOfMilliseconds.insert (std::to_string (time.getMilliseconds()).size());
     }
 }

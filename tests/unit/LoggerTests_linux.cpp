@@ -1,8 +1,6 @@
-#include "Console.h"
 #include "FileAccess_linux.h"
 #include "Mutexes_linux.h"
-#include "TemporaryFolder.h"
-#include "logging/DefaultLogger.h"
+#include "TestLogger.h"
 
 #include <gtest/gtest.h>
 
@@ -62,31 +60,28 @@ TEST (TimeStamp, TellsTheHourOfA24HourClockWithoutALeadingZero)
 
 TEST (LogFile, StaysAttachedUntilTheNextOneIsComplete)
 {
-    const TemporaryFolder folder;
-    const auto first = folder.getChildFile ("first");
-    const auto second = folder.getChildFile ("second");
-    DefaultLogger logger;
-    logger.openLogFile (first, "one", -1);
+    TestLogger logger;
+    logger.open();
+    const auto second = logger.folder.getChildFile ("second");
 
     juce::String pathWhenTheSecondIsMade;
     const AfterFileAccess hook (second, [&] { pathWhenTheSecondIsMade = logger.getLogFilePath(); });
-    logger.openLogFile (second, "two", -1);
+    logger.openLogFile (second, "two", noLimit);
 
-    EXPECT_EQ (pathWhenTheSecondIsMade, first.getFullPathName());
+    EXPECT_EQ (pathWhenTheSecondIsMade, logger.file.getFullPathName());
     EXPECT_EQ (logger.getLogFilePath(), second.getFullPathName());
 }
 
 TEST (LogFile, IsReplacedBeforeTheOldOneIsDeletedAndClearedBeforeItIsToo)
 {
-    const TemporaryFolder folder;
-    const auto second = folder.getChildFile ("second");
-    DefaultLogger logger;
-    logger.openLogFile (folder.getChildFile ("first"), "one", -1);
+    TestLogger logger;
+    logger.open();
+    const auto second = logger.folder.getChildFile ("second");
 
     Mutexes mutexes;
     juce::StringArray pathsWhenOneIsDeleted;
     mutexes.onDestruction = [&] { pathsWhenOneIsDeleted.add (logger.getLogFilePath()); }; // each has a mutex
-    logger.openLogFile (second, "two", -1);
+    logger.openLogFile (second, "two", noLimit);
     logger.closeLogFile();
 
     EXPECT_EQ (pathsWhenOneIsDeleted, juce::StringArray (second.getFullPathName(), ""));
@@ -94,20 +89,19 @@ TEST (LogFile, IsReplacedBeforeTheOldOneIsDeletedAndClearedBeforeItIsToo)
 
 TEST (LoggerConsole, LetsAFailureToLockItOutThroughTheCaller)
 {
-    const Console console;
-    DefaultLogger logger;
+    TestLogger logger;
     Mutexes mutexes;
     mutexes.cannotBeLocked = true;
 
     EXPECT_THROW (logger.write ("text"), std::system_error);
     EXPECT_THROW (logger.log (Info, "message"), std::system_error);
-    EXPECT_EQ (console.output(), "");
+    EXPECT_EQ (logger.shown(), "");
 }
 
 TEST (LogFilter, ReadsTheClockOnceForAMessageAndNotAtAllForADroppedOne)
 {
-    const Console console;
-    DefaultLogger logger;
+    TestLogger logger;
+    logger.showTimestamps = true;
     logger.minimumLevel = Info;
 
     const auto before = readingsOfTheClock.load();
@@ -122,16 +116,12 @@ TEST (LogFilter, ReadsTheClockOnceForAMessageAndNotAtAllForADroppedOne)
 
 TEST (LoggerConsole, IsFreeForOtherThreadsWhileTheFileIsWritten)
 {
-    const TemporaryFolder folder;
-    const auto file = folder.getChildFile ("log");
-    const Console console;
-    DefaultLogger logger;
-    logger.showTimestamps = false;
-    logger.openLogFile (file, "welcome", -1);
+    TestLogger logger;
+    logger.open();
 
     std::future<void> written;
     auto outcome = std::future_status::deferred;
-    const AfterFileAccess hook (file,
+    const AfterFileAccess hook (logger.file,
                                 [&]
                                 {
                                     written = std::async (std::launch::async, [&] { logger.write ("meanwhile"); });
@@ -140,5 +130,5 @@ TEST (LoggerConsole, IsFreeForOtherThreadsWhileTheFileIsWritten)
     logger.log (Info, "message");
 
     EXPECT_EQ (outcome, std::future_status::ready);
-    EXPECT_EQ (console.output(), "[Info] message\nmeanwhile\n");
+    EXPECT_EQ (logger.shown(), "[Info] message\nmeanwhile\n");
 }
