@@ -1,8 +1,4 @@
-#include "RecordingLogger.h"
-#include "TemporaryFolder.h"
-#include "TestCleaner.h"
-
-#include <gtest/gtest.h>
+#include "CleanerFixture.h"
 
 #include <windows.h>
 
@@ -29,7 +25,7 @@ static bool isInPlace (const juce::File& file)
     return GetFileAttributesW (file.getFullPathName().toWideCharPointer()) != INVALID_FILE_ATTRIBUTES;
 }
 
-class ProductCleanerLinks : public testing::Test
+class CleanerLinks : public Cleaner
 {
 protected:
     /** Lets the cleaner remove a link, or what has it deep within, and sees that its target is whole. */
@@ -46,47 +42,44 @@ protected:
         EXPECT_EQ (file.loadFileAsString(), "contents");
     }
 
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
     const juce::File file = folder.makeFile ("target/file");
     const juce::File target = file.getParentDirectory();
     const juce::File listedLink = folder.getChildFile ("link");
     const juce::File tree = folder.makeFolder ("tree");
     const juce::File deepLink = folder.makeFolder ("tree/folder").getChildFile ("link");
-    TestCleaner cleaner;
 };
 
-TEST_F (ProductCleanerLinks, GoAsAJunctionThatIsListed)
+TEST_F (CleanerLinks, GoAsAJunctionThatIsListed)
 {
     makeJunction (listedLink, target);
     remove (listedLink, listedLink);
 }
 
-TEST_F (ProductCleanerLinks, GoAsAJunctionDeepInATree)
+TEST_F (CleanerLinks, GoAsAJunctionDeepInATree)
 {
     makeJunction (deepLink, target);
     remove (tree, deepLink);
 }
 
-TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFolderThatIsListed)
+TEST_F (CleanerLinks, GoAsASymbolicLinkToAFolderThatIsListed)
 {
     makeSymbolicLink (listedLink, target);
     remove (listedLink, listedLink);
 }
 
-TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFolderDeepInATree)
+TEST_F (CleanerLinks, GoAsASymbolicLinkToAFolderDeepInATree)
 {
     makeSymbolicLink (deepLink, target);
     remove (tree, deepLink);
 }
 
-TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFileThatIsListed)
+TEST_F (CleanerLinks, GoAsASymbolicLinkToAFileThatIsListed)
 {
     makeSymbolicLink (listedLink, file);
     remove (listedLink, listedLink);
 }
 
-TEST_F (ProductCleanerLinks, GoAsASymbolicLinkToAFileDeepInATree)
+TEST_F (CleanerLinks, GoAsASymbolicLinkToAFileDeepInATree)
 {
     makeSymbolicLink (deepLink, file);
     remove (tree, deepLink);

@@ -1,250 +1,125 @@
+#include "CleanerFixture.h"
 #include "DeletionAttempts.h"
-#include "RecordingLogger.h"
-#include "TemporaryFolder.h"
-#include "TestCleaner.h"
-
-#include <gtest/gtest.h>
 
 using namespace TessaraWorks;
 
-TEST (ProductCleaner, SaysThatARunWithoutEntriesSucceeded)
+TEST (CleanResult, StartsAsASuccessWithNothingRemoved) { EXPECT_EQ (CleanResult(), (CleanResult { true, 0, 0 })); }
+
+TEST_F (Cleaner, SaysThatARunWithoutEntriesSucceeded)
 {
-    const RecordingLogger logger;
-    TestCleaner cleaner;
-
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               (Outcome { { true, 0, 0 },
+                          { "Info: Cleaning: Product",
+                            "Info: Directories removed: 0",
+                            "Info: Files removed: 0",
+                            "Info: Product was successfully removed." },
+                          {} }));
 }
 
-TEST (ProductCleaner, SkipsEntriesThatAreNotThereAndCallsThatASuccess)
+TEST_F (Cleaner, SkipsEntriesThatAreNotThereAndCallsThatASuccess)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    TestCleaner cleaner;
-    cleaner.addDirectory (folder.getChildFile ("one"));
-    cleaner.addDirectory (folder.getChildFile ("missing").getChildFile ("two"));
-    cleaner.files.add (folder.getChildFile ("three"));
-
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Debug: Skipping directory not found: " + pathOf (folder.getChildFile ("one")),
-                        "Debug: Skipping directory not found: "
-                            + pathOf (folder.getChildFile ("missing").getChildFile ("two")),
-                        "Debug: Skipping file not found: " + pathOf (folder.getChildFile ("three")),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product was successfully removed." }));
-}
-
-TEST (ProductCleaner, SkipsAnEntryWithAnEmptyPath)
-{
-    const RecordingLogger logger;
-    TestCleaner cleaner;
+    listDirectories ({ "one", "missing/two" });
+    listFiles ({ "three" });
     cleaner.addDirectory (juce::File());
     cleaner.files.add (juce::File());
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Debug: Skipping directory not found: ",
-                        "Debug: Skipping file not found: ",
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               succeeded (0,
+                          0,
+                          { "Debug: Skipping directory not found: " + path ("one"),
+                            "Debug: Skipping directory not found: " + path ("missing/two"),
+                            "Debug: Skipping directory not found: ",
+                            "Debug: Skipping file not found: " + path ("three"),
+                            "Debug: Skipping file not found: " }));
 }
 
-TEST (ProductCleaner, RemovesAListedDirectoryWithAllItHoldsAndCountsItOnce)
+TEST_F (Cleaner, RemovesAListedDirectoryWithAllItHoldsAndCountsItOnce)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto tree = folder.makeFolder ("tree");
-    folder.makeFile ("tree/file");
-    folder.makeFile ("tree/inner/deep/file");
-    folder.makeFile ("tree/inner/deep/other file");
-    folder.makeFolder ("tree/empty");
-    const auto sibling = folder.makeFile ("tree2/file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (tree);
+    folder.make ({ "tree/file", "tree/inner/deep/file", "tree/inner/deep/other file", "tree/empty/", "tree2/file" });
+    listDirectories ({ "tree" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (tree.exists());
-    EXPECT_TRUE (sibling.exists());
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 1);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (tree),
-                        "Info: Directory deleted: " + pathOf (tree),
-                        "Info: Directories removed: 1",
-                        "Info: Files removed: 0",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               succeeded (1,
+                          0,
+                          { "Info: Deleting directory: " + path ("tree"), "Info: Directory deleted: " + path ("tree") },
+                          { "tree2/file" }));
 }
 
-TEST (ProductCleaner, AnnouncesADirectoryBeforeItIsDeleted)
+TEST_F (Cleaner, AnnouncesADirectoryBeforeItIsDeleted)
 {
-    RecordingLogger logger;
-    const TemporaryFolder folder;
     const auto directory = folder.makeFolder ("directory");
-    TestCleaner cleaner;
-    cleaner.addDirectory (directory);
+    listDirectories ({ "directory" });
 
     std::vector<bool> wasThere;
     logger.onLine = [&] (const std::string&) { wasThere.push_back (directory.exists()); };
-    cleaner.clean();
+    clean();
 
-    ASSERT_EQ (logger.lines[1], "Info: Deleting directory: " + pathOf (directory));
-    EXPECT_TRUE (wasThere[1]);
-    ASSERT_EQ (logger.lines[2], "Info: Directory deleted: " + pathOf (directory));
-    EXPECT_FALSE (wasThere[2]);
+    EXPECT_EQ (logger.lines[1], "Info: Deleting directory: " + path ("directory"));
+    EXPECT_EQ (wasThere, (std::vector<bool> { true, true, false, false, false, false }));
 }
 
-TEST (ProductCleaner, RemovesAListedDirectoryThatIsAFileAndCountsAFile)
+TEST_F (Cleaner, RemovesAListedDirectoryThatIsAFileAndCountsAFile)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto file = folder.makeFile ("Product.vst3");
-    TestCleaner cleaner;
-    cleaner.addDirectory (file);
+    folder.make ({ "Product.vst3" });
+    listDirectories ({ "Product.vst3" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (file.exists());
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 1);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Warning: Directory is actually a file, attempting to delete file...",
-                        "Info: File deleted: " + pathOf (file),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 1",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               succeeded (0,
+                          1,
+                          { "Warning: Directory is actually a file, attempting to delete file...",
+                            "Info: File deleted: " + path ("Product.vst3") }));
 }
 
-TEST (ProductCleaner, CountsAListedDirectoryThatVanishedAfterTheTestsAsAFile)
+TEST_F (Cleaner, CountsAListedDirectoryThatVanishedAfterTheTestsAsAFile)
 {
-    RecordingLogger logger;
-    const TemporaryFolder folder;
     const auto file = folder.makeFile ("file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (file);
+    listDirectories ({ "file" });
 
     logger.onLine = [&] (const std::string& line)
     {
         if (line == "Warning: Directory is actually a file, attempting to delete file...")
             file.deleteFile();
     };
-    const auto result = cleaner.clean();
 
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.filesRemoved, 1);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Warning: Directory is actually a file, attempting to delete file...",
-                        "Info: File deleted: " + pathOf (file),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 1",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               succeeded (0,
+                          1,
+                          { "Warning: Directory is actually a file, attempting to delete file...",
+                            "Info: File deleted: " + path ("file") }));
 }
 
-TEST (ProductCleaner, RemovesAListedFile)
+TEST_F (Cleaner, RemovesAListedFileThatIsADirectoryAndCountsADirectory)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto file = folder.makeFile ("file");
-    TestCleaner cleaner;
-    cleaner.files.add (file);
+    folder.make ({ "directory/inner/file" });
+    listFiles ({ "directory" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (file.exists());
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 1);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting file: " + pathOf (file),
-                        "Info: File deleted: " + pathOf (file),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 1",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               succeeded (1,
+                          0,
+                          { "Warning: File is actually a directory, attempting to delete recursively...",
+                            "Info: Directory deleted: " + path ("directory") }));
 }
 
-TEST (ProductCleaner, RemovesAListedFileThatIsADirectoryAndCountsADirectory)
+TEST_F (Cleaner, TakesTheDirectoriesInOrderAndThenTheFilesInOrder)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto directory = folder.makeFolder ("directory");
-    folder.makeFile ("directory/inner/file");
-    TestCleaner cleaner;
-    cleaner.files.add (directory);
+    folder.make ({ "z/", "a/", "y", "b" });
+    listFiles ({ "y", "b" });
+    listDirectories ({ "z", "a" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (directory.exists());
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 1);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Warning: File is actually a directory, attempting to delete recursively...",
-                        "Info: Directory deleted: " + pathOf (directory),
-                        "Info: Directories removed: 1",
-                        "Info: Files removed: 0",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               succeeded (2,
+                          2,
+                          { "Info: Deleting directory: " + path ("z"),
+                            "Info: Directory deleted: " + path ("z"),
+                            "Info: Deleting directory: " + path ("a"),
+                            "Info: Directory deleted: " + path ("a"),
+                            "Info: Deleting file: " + path ("y"),
+                            "Info: File deleted: " + path ("y"),
+                            "Info: Deleting file: " + path ("b"),
+                            "Info: File deleted: " + path ("b") }));
 }
 
-TEST (ProductCleaner, TakesTheDirectoriesInOrderAndThenTheFilesInOrder)
-{
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto z = folder.makeFolder ("z");
-    const auto a = folder.makeFolder ("a");
-    const auto y = folder.makeFile ("y");
-    const auto b = folder.makeFile ("b");
-    TestCleaner cleaner;
-    cleaner.files.add (y);
-    cleaner.files.add (b);
-    cleaner.addDirectory (z);
-    cleaner.addDirectory (a);
-
-    const auto result = cleaner.clean();
-
-    EXPECT_EQ (result.directoriesRemoved, 2);
-    EXPECT_EQ (result.filesRemoved, 2);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (z),
-                        "Info: Directory deleted: " + pathOf (z),
-                        "Info: Deleting directory: " + pathOf (a),
-                        "Info: Directory deleted: " + pathOf (a),
-                        "Info: Deleting file: " + pathOf (y),
-                        "Info: File deleted: " + pathOf (y),
-                        "Info: Deleting file: " + pathOf (b),
-                        "Info: File deleted: " + pathOf (b),
-                        "Info: Directories removed: 2",
-                        "Info: Files removed: 2",
-                        "Info: Product was successfully removed." }));
-}
-
-TEST (ProductCleaner, RemovesEntriesAndContentsOfAnyName)
+TEST_F (Cleaner, RemovesEntriesAndContentsOfAnyName)
 {
     const char* const names[] = {
         "name with blanks",
@@ -257,383 +132,199 @@ TEST (ProductCleaner, RemovesEntriesAndContentsOfAnyName)
         "\xf0\x9f\x8e\xb5",
         "#$%&'()+,;=@[]^`{}~-!",
     };
+    Lines lines;
 
     for (const auto* utf8 : names)
     {
         const auto name = juce::String::fromUTF8 (utf8);
-        SCOPED_TRACE (name);
-
-        const RecordingLogger logger;
-        const TemporaryFolder folder;
-        const auto directory = folder.makeFolder (name);
-        folder.makeFile (name + "/" + name + "/" + name);
-        folder.makeFile (name + "/" + name + "/file");
-        ASSERT_TRUE (folder.getChildFile (name + "/" + name + "/" + name).existsAsFile());
-        TestCleaner cleaner;
-        cleaner.addDirectory (directory);
-
-        EXPECT_TRUE (cleaner.clean().success);
-        EXPECT_FALSE (directory.exists());
-        EXPECT_EQ (logger.lines[2], "Info: Directory deleted: " + pathOf (directory));
+        folder.make ({ name + "/" + name + "/" + name, name + "/" + name + "/file" });
+        listDirectories ({ name });
+        lines.push_back ("Info: Deleting directory: " + path (name));
+        lines.push_back ("Info: Directory deleted: " + path (name));
     }
+
+    ASSERT_EQ (left().size(), 18u);
+    EXPECT_EQ (clean(), succeeded (9, 0, lines));
 }
 
-TEST (ProductCleaner, FailsAListedDirectoryThatCannotBeDeleted)
+TEST_F (Cleaner, FailsAListedDirectoryThatCannotBeDeleted)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto directory = folder.makeUndeletableFile ("directory/file").getParentDirectory();
-    TestCleaner cleaner;
-    cleaner.addDirectory (directory);
+    folder.makeUndeletableFile ("directory/file");
+    listDirectories ({ "directory" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (directory.exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (directory),
-                        "Critical: Unable to delete directory: " + pathOf (directory),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product encountered errors and could not be removed." }));
+    EXPECT_EQ (clean(),
+               failed ({ "Info: Deleting directory: " + path ("directory"),
+                         "Critical: Unable to delete directory: " + path ("directory") },
+                       { "directory/file" }));
 }
 
-TEST (ProductCleaner, FailsAListedDirectoryThatIsAFileThatCannotBeDeleted)
+TEST_F (Cleaner, FailsAListedDirectoryThatIsAFileThatCannotBeDeleted)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto file = folder.makeUndeletableFile ("folder/file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (file);
+    folder.makeUndeletableFile ("folder/file");
+    listDirectories ({ "folder/file" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (file.exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Warning: Directory is actually a file, attempting to delete file...",
-                        "Critical: Unable to delete file: " + pathOf (file),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product encountered errors and could not be removed." }));
+    EXPECT_EQ (clean(),
+               failed ({ "Warning: Directory is actually a file, attempting to delete file...",
+                         "Critical: Unable to delete file: " + path ("folder/file") },
+                       { "folder/file" }));
 }
 
-TEST (ProductCleaner, FailsAListedFileThatCannotBeDeleted)
+TEST_F (Cleaner, FailsAListedFileThatCannotBeDeleted)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto file = folder.makeUndeletableFile ("folder/file");
-    TestCleaner cleaner;
-    cleaner.files.add (file);
+    folder.makeUndeletableFile ("folder/file");
+    listFiles ({ "folder/file" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (file.exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting file: " + pathOf (file),
-                        "Critical: Unable to delete file: " + pathOf (file),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product encountered errors and could not be removed." }));
+    EXPECT_EQ (clean(),
+               failed ({ "Info: Deleting file: " + path ("folder/file"),
+                         "Critical: Unable to delete file: " + path ("folder/file") },
+                       { "folder/file" }));
 }
 
-TEST (ProductCleaner, FailsAListedFileThatIsADirectoryThatCannotBeDeleted)
+TEST_F (Cleaner, FailsAListedFileThatIsADirectoryThatCannotBeDeleted)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto directory = folder.makeUndeletableFile ("directory/file").getParentDirectory();
-    TestCleaner cleaner;
-    cleaner.files.add (directory);
+    folder.makeUndeletableFile ("directory/file");
+    listFiles ({ "directory" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (directory.exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Warning: File is actually a directory, attempting to delete recursively...",
-                        "Critical: Unable to delete directory: " + pathOf (directory),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product encountered errors and could not be removed." }));
+    EXPECT_EQ (clean(),
+               failed ({ "Warning: File is actually a directory, attempting to delete recursively...",
+                         "Critical: Unable to delete directory: " + path ("directory") },
+                       { "directory/file" }));
 }
 
-TEST (ProductCleaner, ReportsOneUndeletableFileDeepInATreeOnceAndRemovesTheRest)
+TEST_F (Cleaner, ReportsOneUndeletableFileDeepInATreeOnceAndRemovesTheRest)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto tree = folder.makeFolder ("tree");
-    const auto undeletable = folder.makeUndeletableFile ("tree/m/inner/file");
-    folder.makeFile ("tree/a/file");
-    folder.makeFile ("tree/m/a");
-    folder.makeFile ("tree/m/z");
-    folder.makeFile ("tree/z/file");
-    folder.makeFile ("tree/file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (tree);
+    folder.makeUndeletableFile ("tree/m/inner/file");
+    folder.make ({ "tree/a/file", "tree/m/a", "tree/m/z", "tree/z/file", "tree/file" });
+    listDirectories ({ "tree" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_EQ (tree.findChildFiles (juce::File::findFiles, true), juce::Array<juce::File> (undeletable));
-    EXPECT_FALSE (folder.getChildFile ("tree/a").exists());
-    EXPECT_FALSE (folder.getChildFile ("tree/z").exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (tree),
-                        "Critical: Unable to delete directory: " + pathOf (tree),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product encountered errors and could not be removed." }));
+    EXPECT_EQ (clean(),
+               failed ({ "Info: Deleting directory: " + path ("tree"),
+                         "Critical: Unable to delete directory: " + path ("tree") },
+                       { "tree/m/inner/file" }));
 }
 
-TEST (ProductCleaner, TriesOnceToDeleteWhatCannotBeDeleted)
+TEST_F (Cleaner, TriesOnceToDeleteWhatCannotBeDeleted)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto listedAsItself = folder.makeUndeletableFile ("1/file");
-    const auto listedAsADirectory = folder.makeUndeletableFile ("2/file");
-    const auto inADirectory = folder.makeUndeletableFile ("3/file");
-    const auto inADirectoryListedAsAFile = folder.makeUndeletableFile ("4/file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (listedAsADirectory);
-    cleaner.addDirectory (inADirectory.getParentDirectory());
-    cleaner.files.add (listedAsItself);
-    cleaner.files.add (inADirectoryListedAsAFile.getParentDirectory());
+    for (const auto* file : { "1/file", "2/file", "3/file", "4/file" })
+        folder.makeUndeletableFile (file);
+
+    listDirectories ({ "1/file", "2" });
+    listFiles ({ "3/file", "4" });
 
     const DeletionAttempts attempts;
-    cleaner.clean();
+    clean();
 
     EXPECT_EQ (attempts.getPaths(),
-               (Lines { pathOf (listedAsADirectory),
-                        pathOf (inADirectory),
-                        pathOf (inADirectory.getParentDirectory()),
-                        pathOf (listedAsItself),
-                        pathOf (inADirectoryListedAsAFile),
-                        pathOf (inADirectoryListedAsAFile.getParentDirectory()) }));
+               (Lines { path ("1/file"), path ("2/file"), path ("2"), path ("3/file"), path ("4/file"), path ("4") }));
 }
 
-TEST (ProductCleaner, CarriesOnAfterAFailureAndCallsTheProductPartiallyRemoved)
+TEST_F (Cleaner, CarriesOnAfterAFailureAndNeverTakesItBack)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto undeletable = folder.makeUndeletableFile ("undeletable/file").getParentDirectory();
-    const auto directory = folder.makeFolder ("directory");
-    TestCleaner cleaner;
-    cleaner.addDirectory (undeletable);
-    cleaner.addDirectory (directory);
+    folder.makeUndeletableFile ("undeletable/file");
+    folder.make ({ "directory/", "file", "other file", "other directory/" });
+    listDirectories ({ "undeletable", "directory", "file" });
+    listFiles ({ "undeletable/file", "other file", "other directory" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (directory.exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 1);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (undeletable),
-                        "Critical: Unable to delete directory: " + pathOf (undeletable),
-                        "Info: Deleting directory: " + pathOf (directory),
-                        "Info: Directory deleted: " + pathOf (directory),
-                        "Info: Directories removed: 1",
-                        "Info: Files removed: 0",
-                        "Warning: Product was partially removed, but encountered some errors." }));
+    EXPECT_EQ (clean(),
+               failedPartially (2,
+                                2,
+                                { "Info: Deleting directory: " + path ("undeletable"),
+                                  "Critical: Unable to delete directory: " + path ("undeletable"),
+                                  "Info: Deleting directory: " + path ("directory"),
+                                  "Info: Directory deleted: " + path ("directory"),
+                                  "Warning: Directory is actually a file, attempting to delete file...",
+                                  "Info: File deleted: " + path ("file"),
+                                  "Info: Deleting file: " + path ("undeletable/file"),
+                                  "Critical: Unable to delete file: " + path ("undeletable/file"),
+                                  "Info: Deleting file: " + path ("other file"),
+                                  "Info: File deleted: " + path ("other file"),
+                                  "Warning: File is actually a directory, attempting to delete recursively...",
+                                  "Info: Directory deleted: " + path ("other directory") },
+                                { "undeletable/file" }));
 }
 
-TEST (ProductCleaner, CallsAProductPartiallyRemovedForASingleFileToo)
+TEST_F (Cleaner, GivesTheFirstStepAFreshRecordBeforeAnythingIsDeleted)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto undeletable = folder.makeUndeletableFile ("undeletable/file");
-    const auto file = folder.makeFile ("file");
-    TestCleaner cleaner;
-    cleaner.files.add (undeletable);
-    cleaner.files.add (file);
+    folder.make ({ "directory/" });
+    listDirectories ({ "directory" });
+    cleaner.before = [&] (const CleanResult& result)
+    {
+        log (Info, "The first step.");
+        EXPECT_EQ (result, CleanResult());
+        EXPECT_EQ (left(), Lines { "directory" });
+    };
 
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (file.exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 1);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting file: " + pathOf (undeletable),
-                        "Critical: Unable to delete file: " + pathOf (undeletable),
-                        "Info: Deleting file: " + pathOf (file),
-                        "Info: File deleted: " + pathOf (file),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 1",
-                        "Warning: Product was partially removed, but encountered some errors." }));
+    EXPECT_EQ (clean(),
+               succeeded (1,
+                          0,
+                          { "Info: The first step.",
+                            "Info: Deleting directory: " + path ("directory"),
+                            "Info: Directory deleted: " + path ("directory") }));
 }
 
-TEST (ProductCleaner, DoesNotTakeAFailureBackWhenALaterEntryGoes)
+TEST_F (Cleaner, StopsBeforeAnyDeletionWhenTheFirstStepFailsAndReturnsTheRecordAsItLeftIt)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    TestCleaner cleaner;
-    cleaner.addDirectory (folder.makeUndeletableFile ("undeletable/file").getParentDirectory());
-    cleaner.addDirectory (folder.makeFolder ("directory"));
-    cleaner.addDirectory (folder.makeFile ("file"));
-    cleaner.files.add (folder.makeFile ("other file"));
-    cleaner.files.add (folder.makeFolder ("other directory"));
-
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 2);
-    EXPECT_EQ (result.filesRemoved, 2);
-}
-
-TEST (ProductCleaner, StopsBeforeAnyDeletionWhenTheFirstStepFails)
-{
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto directory = folder.makeFolder ("directory");
-    const auto file = folder.makeFile ("file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (directory);
-    cleaner.files.add (file);
-    bool afterWasCalled = false;
+    folder.make ({ "directory/", "file" });
+    listDirectories ({ "directory" });
+    listFiles ({ "file" });
     cleaner.before = [] (CleanResult& result)
     {
         log (Warning, "This cannot go on.");
-        result.success = false;
+        result = { false, 3, 4 };
     };
-    cleaner.after = [&] (CleanResult&) { afterWasCalled = true; };
+    cleaner.after = [] (const CleanResult&) { log (Info, "The last step."); };
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (directory.exists());
-    EXPECT_TRUE (file.exists());
-    EXPECT_FALSE (afterWasCalled);
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product", "Warning: This cannot go on.", "Warning: Cleaning was aborted." }));
+    EXPECT_EQ (
+        clean(),
+        (Outcome { { false, 3, 4 },
+                   { "Info: Cleaning: Product", "Warning: This cannot go on.", "Warning: Cleaning was aborted." },
+                   { "directory", "file" } }));
 }
 
-TEST (ProductCleaner, ReturnsTheRecordAsTheFirstStepLeftIt)
+TEST_F (Cleaner, RunsTheLastStepBetweenTheDeletionsAndTheTotals)
 {
-    const RecordingLogger logger;
-    TestCleaner cleaner;
-    cleaner.before = [] (CleanResult& result) { result = { false, 3, 4 }; };
-
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 3);
-    EXPECT_EQ (result.filesRemoved, 4);
-}
-
-TEST (ProductCleaner, GivesTheFirstStepAFreshRecordBeforeAnythingIsDeleted)
-{
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto directory = folder.makeFolder ("directory");
-    TestCleaner cleaner;
-    cleaner.addDirectory (directory);
-    int calls = 0;
-    cleaner.before = [&] (CleanResult& result)
+    folder.make ({ "directory/", "file" });
+    listDirectories ({ "directory" });
+    listFiles ({ "file" });
+    cleaner.after = [] (const CleanResult& result)
     {
-        ++calls;
-        EXPECT_TRUE (directory.exists());
-        EXPECT_TRUE (result.success);
-        EXPECT_EQ (result.directoriesRemoved, 0);
-        EXPECT_EQ (result.filesRemoved, 0);
-        EXPECT_EQ (logger.lines, Lines { "Info: Cleaning: Product" });
-    };
-
-    cleaner.clean();
-
-    EXPECT_EQ (calls, 1);
-    EXPECT_FALSE (directory.exists());
-}
-
-TEST (ProductCleaner, RunsTheLastStepBetweenTheDeletionsAndTheTotals)
-{
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto directory = folder.makeFolder ("directory");
-    const auto file = folder.makeFile ("file");
-    TestCleaner cleaner;
-    cleaner.addDirectory (directory);
-    cleaner.files.add (file);
-    cleaner.after = [&] (CleanResult& result)
-    {
-        EXPECT_TRUE (result.success);
-        EXPECT_EQ (result.directoriesRemoved, 1);
-        EXPECT_EQ (result.filesRemoved, 1);
+        EXPECT_EQ (result, (CleanResult { true, 1, 1 }));
         log (Info, "The last step.");
     };
 
-    cleaner.clean();
-
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (directory),
-                        "Info: Directory deleted: " + pathOf (directory),
-                        "Info: Deleting file: " + pathOf (file),
-                        "Info: File deleted: " + pathOf (file),
-                        "Info: The last step.",
-                        "Info: Directories removed: 1",
-                        "Info: Files removed: 1",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (clean(),
+               succeeded (1,
+                          1,
+                          { "Info: Deleting directory: " + path ("directory"),
+                            "Info: Directory deleted: " + path ("directory"),
+                            "Info: Deleting file: " + path ("file"),
+                            "Info: File deleted: " + path ("file"),
+                            "Info: The last step." }));
 }
 
-TEST (ProductCleaner, TellsAndReturnsWhatTheLastStepLeft)
+TEST_F (Cleaner, RunsTheLastStepAfterFailedDeletionsToo)
 {
-    const RecordingLogger logger;
-    TestCleaner cleaner;
-    cleaner.after = [] (CleanResult& result) { result = { false, 12, 345 }; };
-
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 12);
-    EXPECT_EQ (result.filesRemoved, 345);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Directories removed: 12",
-                        "Info: Files removed: 345",
-                        "Warning: Product was partially removed, but encountered some errors." }));
-}
-
-TEST (ProductCleaner, RunsTheLastStepAfterFailedDeletionsToo)
-{
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    TestCleaner cleaner;
-    cleaner.files.add (folder.makeUndeletableFile ("folder/file"));
-    int calls = 0;
-    cleaner.after = [&] (CleanResult& result)
+    folder.makeUndeletableFile ("folder/file");
+    listFiles ({ "folder/file" });
+    cleaner.after = [] (const CleanResult& result)
     {
-        ++calls;
-        EXPECT_FALSE (result.success);
+        EXPECT_EQ (result, (CleanResult { false, 0, 0 }));
+        log (Info, "The last step.");
     };
 
-    cleaner.clean();
-
-    EXPECT_EQ (calls, 1);
+    EXPECT_EQ (clean(),
+               failed ({ "Info: Deleting file: " + path ("folder/file"),
+                         "Critical: Unable to delete file: " + path ("folder/file"),
+                         "Info: The last step." },
+                       { "folder/file" }));
 }
 
-TEST (ProductCleaner, GoesByTheCountersOnlyWhereTheyAreAboveZero)
+TEST_F (Cleaner, TellsAndReturnsWhatTheLastStepLeftAndGoesByCountersAboveZeroOnly)
 {
+    const auto successfully = "Info: Product was successfully removed.";
+    const auto partially = "Warning: Product was partially removed, but encountered some errors.";
+    const auto notAtAll = "Info: Product encountered errors and could not be removed.";
+
     struct Row
     {
         CleanResult result;
@@ -641,27 +332,26 @@ TEST (ProductCleaner, GoesByTheCountersOnlyWhereTheyAreAboveZero)
     };
 
     const Row rows[] = {
-        { { true, 0, 0 }, "Info: Product was successfully removed." },
-        { { true, 5, 5 }, "Info: Product was successfully removed." },
-        { { false, 1, 0 }, "Warning: Product was partially removed, but encountered some errors." },
-        { { false, 0, 1 }, "Warning: Product was partially removed, but encountered some errors." },
-        { { false, 0, 0 }, "Info: Product encountered errors and could not be removed." },
-        { { false, -1, -1 }, "Info: Product encountered errors and could not be removed." },
+        { { true, 0, 0 }, successfully }, { { true, 12, 345 }, successfully }, { { false, 1, 0 }, partially },
+        { { false, 0, 1 }, partially },   { { false, 0, 0 }, notAtAll },       { { false, -1, -1 }, notAtAll },
     };
 
     for (const auto& row : rows)
     {
-        const RecordingLogger logger;
-        TestCleaner cleaner;
         cleaner.after = [&] (CleanResult& result) { result = row.result; };
+        logger.lines.clear();
 
-        cleaner.clean();
-
-        EXPECT_EQ (logger.lines.back(), row.verdict);
+        EXPECT_EQ (clean(),
+                   (Outcome { row.result,
+                              { "Info: Cleaning: Product",
+                                "Info: Directories removed: " + std::to_string (row.result.directoriesRemoved),
+                                "Info: Files removed: " + std::to_string (row.result.filesRemoved),
+                                row.verdict },
+                              {} }));
     }
 }
 
-TEST (ProductCleaner, AsksForItsNameOnce)
+TEST_F (Cleaner, AsksForItsNameOnce)
 {
     struct Renamed : TestCleaner
     {
@@ -669,26 +359,18 @@ TEST (ProductCleaner, AsksForItsNameOnce)
         mutable int calls = 0;
     };
 
-    const RecordingLogger logger;
-    Renamed cleaner;
+    Renamed renamed;
 
-    cleaner.clean();
+    renamed.clean();
 
-    EXPECT_EQ (cleaner.calls, 1);
+    EXPECT_EQ (renamed.calls, 1);
     EXPECT_EQ (logger.lines.front(), "Info: Cleaning: Name 1");
     EXPECT_EQ (logger.lines.back(), "Info: Name 1 was successfully removed.");
 }
 
-TEST (ProductCleaner, KeepsTheFirstOfEqualPaths)
+TEST_F (Cleaner, KeepsTheFirstOfEqualPaths)
 {
-    const TemporaryFolder folder;
-    TestCleaner cleaner;
-
-    cleaner.addDirectory (folder.getChildFile ("one"));
-    cleaner.addDirectory (folder.getChildFile ("two"));
-    cleaner.addDirectory (folder.getChildFile ("one"));
-    cleaner.addDirectory (folder.getChildFile ("three"));
-    cleaner.addDirectory (folder.getChildFile ("two"));
+    listDirectories ({ "one", "two", "one", "three", "two" });
 
     EXPECT_EQ (cleaner.directories,
                juce::Array<juce::File> (
@@ -696,40 +378,24 @@ TEST (ProductCleaner, KeepsTheFirstOfEqualPaths)
     EXPECT_TRUE (cleaner.files.isEmpty());
 }
 
-TEST (ProductCleaner, LeavesItsListsAsTheyAre)
+TEST_F (Cleaner, LeavesItsListsAsTheyAre)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    TestCleaner cleaner;
-    cleaner.addDirectory (folder.makeFolder ("directory"));
-    cleaner.files.add (folder.makeFile ("file"));
+    folder.make ({ "directory/", "file" });
+    listDirectories ({ "directory" });
+    listFiles ({ "file" });
 
-    cleaner.clean();
+    clean();
 
     EXPECT_EQ (cleaner.directories, juce::Array<juce::File> (folder.getChildFile ("directory")));
     EXPECT_EQ (cleaner.files, juce::Array<juce::File> (folder.getChildFile ("file")));
 }
 
-TEST (ProductCleaner, WorksWithoutALogger)
+TEST_F (Cleaner, WorksWithoutALogger)
 {
-    const RecordingLogger restoresTheLogger;
-    const TemporaryFolder folder;
-    TestCleaner cleaner;
-    cleaner.addDirectory (folder.makeFolder ("directory"));
-    cleaner.addDirectory (folder.makeUndeletableFile ("undeletable/file"));
+    folder.makeUndeletableFile ("undeletable/file");
+    folder.make ({ "directory/" });
+    listDirectories ({ "directory", "undeletable/file" });
     getLogger() = nullptr;
 
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 1);
-}
-
-TEST (CleanResult, StartsAsASuccessWithNothingRemoved)
-{
-    const CleanResult result;
-
-    EXPECT_TRUE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 0);
+    EXPECT_EQ (clean(), (Outcome { { false, 1, 0 }, {}, { "undeletable/file" } }));
 }

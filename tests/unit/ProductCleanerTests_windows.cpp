@@ -1,8 +1,4 @@
-#include "RecordingLogger.h"
-#include "TemporaryFolder.h"
-#include "TestCleaner.h"
-
-#include <gtest/gtest.h>
+#include "CleanerFixture.h"
 
 #include <windows.h>
 
@@ -36,76 +32,42 @@ private:
     const HANDLE handle;
 };
 
-TEST (ProductCleaner, TakesPathsThatDifferInCaseForOneAndKeepsTheFirst)
+TEST_F (Cleaner, TakesPathsThatDifferInCaseForOneAndKeepsTheFirst)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto first = folder.makeFolder ("PRODUCT");
-    TestCleaner cleaner;
+    folder.make ({ "PRODUCT/" });
+    listDirectories ({ "PRODUCT", "product" });
 
-    cleaner.addDirectory (first);
-    cleaner.addDirectory (folder.getChildFile ("product"));
-    const auto result = cleaner.clean();
-
-    EXPECT_FALSE (first.exists());
-    EXPECT_EQ (result.directoriesRemoved, 1);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (first),
-                        "Info: Directory deleted: " + pathOf (first),
-                        "Info: Directories removed: 1",
-                        "Info: Files removed: 0",
-                        "Info: Product was successfully removed." }));
+    EXPECT_EQ (
+        clean(),
+        succeeded (
+            1, 0, { "Info: Deleting directory: " + path ("PRODUCT"), "Info: Directory deleted: " + path ("PRODUCT") }));
 }
 
-TEST (ProductCleaner, FailsAFileThatIsOpenInAnotherApplication)
+TEST_F (Cleaner, FailsAFileThatIsOpenInAnotherApplication)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto file = folder.makeFile ("file");
-    const FileInUse open (file);
-    TestCleaner cleaner;
-    cleaner.addDirectory (file);
+    const FileInUse open (folder.makeFile ("file"));
+    listDirectories ({ "file" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (file.exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Warning: Directory is actually a file, attempting to delete file...",
-                        "Critical: Unable to delete file: " + pathOf (file),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product encountered errors and could not be removed." }));
+    EXPECT_EQ (clean(),
+               failed ({ "Warning: Directory is actually a file, attempting to delete file...",
+                         "Critical: Unable to delete file: " + path ("file") },
+                       { "file" }));
 }
 
-TEST (ProductCleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheRest)
+TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheRest)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto file = folder.makeFile ("tree/m/file");
-    const auto before = folder.makeFile ("tree/a/file");
-    const auto after = folder.makeFile ("tree/z/file");
-    const auto tree = folder.getChildFile ("tree");
-    const FileInUse open (file);
-    TestCleaner cleaner;
-    cleaner.addDirectory (tree);
+    folder.make ({ "tree/a/file", "tree/m/file", "tree/z/file" });
+    const FileInUse open (folder.getChildFile ("tree/m/file"));
+    listDirectories ({ "tree" });
 
-    const auto result = cleaner.clean();
-
-    EXPECT_TRUE (file.exists());
-    EXPECT_FALSE (before.getParentDirectory().exists());
-    EXPECT_FALSE (after.getParentDirectory().exists());
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (logger.lines[2], "Critical: Unable to delete directory: " + pathOf (tree));
+    EXPECT_EQ (clean(),
+               failed ({ "Info: Deleting directory: " + path ("tree"),
+                         "Critical: Unable to delete directory: " + path ("tree") },
+                       { "tree/m/file" }));
 }
 
-TEST (ProductCleaner, FailsATreeWithAFileThatIsOpenedHalfWayAndRemovesTheRest)
+TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenedHalfWayAndRemovesTheRest)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
     const auto tree = folder.makeFolder ("tree");
 
     for (int number = 0; number < 1000; ++number)
@@ -114,8 +76,7 @@ TEST (ProductCleaner, FailsATreeWithAFileThatIsOpenedHalfWayAndRemovesTheRest)
     const auto files = tree.findChildFiles (juce::File::findFiles, false);
     const auto first = files.getFirst();
     const auto last = files.getLast();
-    TestCleaner cleaner;
-    cleaner.addDirectory (tree);
+    listDirectories ({ "tree" });
 
     std::unique_ptr<FileInUse> open;
     std::thread other (
@@ -126,30 +87,24 @@ TEST (ProductCleaner, FailsATreeWithAFileThatIsOpenedHalfWayAndRemovesTheRest)
 
             open = std::make_unique<FileInUse> (last);
         });
-    const auto result = cleaner.clean();
+    const auto outcome = clean();
     other.join();
 
-    EXPECT_FALSE (result.success);
-    EXPECT_EQ (tree.findChildFiles (juce::File::findFilesAndDirectories, false), juce::Array<juce::File> { last });
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Cleaning: Product",
-                        "Info: Deleting directory: " + pathOf (tree),
-                        "Critical: Unable to delete directory: " + pathOf (tree),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Product encountered errors and could not be removed." }));
+    EXPECT_EQ (outcome,
+               failed ({ "Info: Deleting directory: " + path ("tree"),
+                         "Critical: Unable to delete directory: " + path ("tree") },
+                       { ("tree/" + last.getFileName()).toStdString() }));
 }
 
-TEST (ProductCleaner, ClearsNoReadOnlyAttribute)
+TEST_F (Cleaner, ClearsNoReadOnlyAttribute)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
     const auto file = folder.makeFile ("file");
     file.setReadOnly (true);
-    TestCleaner cleaner;
-    cleaner.files.add (file);
+    listFiles ({ "file" });
 
-    EXPECT_FALSE (cleaner.clean().success);
+    EXPECT_EQ (clean(),
+               failed ({ "Info: Deleting file: " + path ("file"), "Critical: Unable to delete file: " + path ("file") },
+                       { "file" }));
     EXPECT_NE (GetFileAttributesW (file.getFullPathName().toWideCharPointer()) & FILE_ATTRIBUTE_READONLY, 0u);
 }
 
@@ -160,28 +115,23 @@ static void setAttributes (const juce::File& file, DWORD attributes)
     ASSERT_EQ (GetFileAttributesW (path) & attributes, attributes);
 }
 
-TEST (ProductCleaner, RemovesHiddenAndSystemFiles)
+TEST_F (Cleaner, RemovesHiddenAndSystemFiles)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto tree = folder.makeFolder ("tree");
     setAttributes (folder.makeFile ("tree/file"), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
     setAttributes (folder.makeFile ("tree/hidden/file"), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
     setAttributes (folder.getChildFile ("tree/hidden"), FILE_ATTRIBUTE_HIDDEN);
     ASSERT_FALSE (HasFatalFailure());
-    TestCleaner cleaner;
-    cleaner.addDirectory (tree);
+    listDirectories ({ "tree" });
 
-    EXPECT_TRUE (cleaner.clean().success);
-    EXPECT_FALSE (tree.exists());
+    EXPECT_EQ (
+        clean(),
+        succeeded (
+            1, 0, { "Info: Deleting directory: " + path ("tree"), "Info: Directory deleted: " + path ("tree") }));
 }
 
-TEST (ProductCleaner, RemovesFoldersWhosePathsHaveMoreThan260Characters)
+TEST_F (Cleaner, RemovesFoldersWhosePathsHaveMoreThan260Characters)
 {
-    const RecordingLogger logger;
-    const TemporaryFolder folder;
-    const auto tree = folder.makeFolder ("tree");
-    auto innermost = tree.getFullPathName();
+    auto innermost = folder.makeFolder ("tree").getFullPathName();
 
     for (int number = 0; number < 5; ++number)
     {
@@ -193,9 +143,10 @@ TEST (ProductCleaner, RemovesFoldersWhosePathsHaveMoreThan260Characters)
     if (! juce::File (innermost).isDirectory())
         GTEST_SKIP() << "This system is not set up to let programs have long paths.";
 
-    TestCleaner cleaner;
-    cleaner.addDirectory (tree);
+    listDirectories ({ "tree" });
 
-    EXPECT_TRUE (cleaner.clean().success);
-    EXPECT_FALSE (tree.exists());
+    EXPECT_EQ (
+        clean(),
+        succeeded (
+            1, 0, { "Info: Deleting directory: " + path ("tree"), "Info: Directory deleted: " + path ("tree") }));
 }

@@ -28,6 +28,18 @@ public:
         return file;
     }
 
+    /** Makes a file for each path, and a folder for one that ends in a slash. */
+    void make (const juce::StringArray& relativePaths) const
+    {
+        for (const auto& path : relativePaths)
+        {
+            if (path.endsWithChar ('/'))
+                makeFolder (path);
+            else
+                makeFile (path);
+        }
+    }
+
     /** Makes a folder below the folder. */
     juce::File makeFolder (const juce::String& relativePath) const
     {
