@@ -1,3 +1,4 @@
+#include "CleanResults.h"
 #include "Console.h"
 #include "DisposableMachine.h"
 #include "LiveTexts.h"
@@ -11,59 +12,55 @@ using namespace TessaraWorks;
 class CleanAll : public DisposableMachine
 {
 protected:
-    void makeStudioWithThreeFolders()
+    /** Makes three folders and two files of the studio. */
+    void makeStudio()
     {
         makeFolder (programFiles.getChildFile ("Orvex"));
         makeFolder (programFiles.getChildFile ("Orvex Studio"));
         makeFolder (userData.getChildFile ("Orvex Monitor"));
-    }
-
-    void makeStudioWithTwoFiles()
-    {
         makeFile (programFiles.getChildFile ("Common Files/VST3/Orvex.vst3"));
-        makeFile (programFiles.getChildFile ("Common Files/VST3/OrvexMonitor.vst3"));
+        makeFile (programFiles.getChildFile ("Common Files/VST3/TessaraWorks")); // of the company as well
     }
 
-    void makeContent() { makeFolder (sharedData.getChildFile ("TessaraWorks/Content")); }
-
-    void makeMediaServerWithTwoFolders()
+    /** Makes two folders of the media server and four of the product manager. */
+    void makeOtherProducts()
     {
         makeFolder (sharedData.getChildFile ("TessaraWorks/Applications/VelantoneMediaServer"));
         makeFolder (userData.getChildFile ("VelantonePlayer"));
-    }
-
-    void makeProductManagerWithFourFolders()
-    {
         makeFolder (programFiles.getChildFile ("OrvexProductManager"));
         makeFolder (programFiles.getChildFile ("Orvex Product Manager"));
         makeFolder (userData.getChildFile ("OrvexProductManager"));
         makeFolder (userData.getChildFile ("Orvex Product Manager"));
     }
+
+    /** Offers all products, with an answer of one letter for each, and returns what the total has become. */
+    CleanResult run (const std::string& answers, CleanResult total = {})
+    {
+        std::string input;
+
+        for (const auto answer : answers)
+            input += { answer, '\n' };
+
+        const Console console (input);
+        logger.lines.clear();
+        cleanAll (total);
+        shown = console.output();
+        return total;
+    }
+
+    const juce::File content = sharedData.getChildFile ("TessaraWorks/Content");
+    RecordingLogger logger;
+    std::string shown;
 };
-
-// The lines that tell which steps were offered, and which of them were carried out.
-static Lines stepsIn (const Lines& lines)
-{
-    Lines steps;
-
-    for (const auto& line : lines)
-        if (line.rfind ("Info: Remove ", 0) == 0 || line.rfind ("Info: Cleaning: ", 0) == 0)
-            steps.push_back (line);
-
-    return steps;
-}
 
 TEST_F (CleanAll, OffersTheFiveProductsInOrderAndTakesFiveNoes)
 {
-    makeStudioWithThreeFolders();
-    makeContent();
-    const RecordingLogger logger;
-    const Console console ("n\nn\nn\nn\nn\n");
-    CleanResult total { true, 40, 50 };
+    makeStudio();
+    makeFolder (content);
 
-    cleanAll (total);
+    EXPECT_EQ (run ("nnnnn", { true, 40, 50 }), (CleanResult { true, 40, 50 }));
 
-    EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? Y/n? Y/n? ");
+    EXPECT_EQ (shown, "Y/n? Y/n? Y/n? Y/n? Y/n? ");
     EXPECT_EQ (logger.lines,
                (Lines { "Info: All installed Orvex & Velantone products will be cleaned.",
                         "Info: Remove Orvex Studio and all of its associated files?",
@@ -77,158 +74,56 @@ TEST_F (CleanAll, OffersTheFiveProductsInOrderAndTakesFiveNoes)
                         "Info: Remove all Tessara Works global directories and files?",
                         "Info: Cleaning cancelled by the user." }));
     EXPECT_TRUE (programFiles.getChildFile ("Orvex").exists());
-    EXPECT_TRUE (sharedData.getChildFile ("TessaraWorks/Content").exists());
-    EXPECT_TRUE (total.success);
-    EXPECT_EQ (total.directoriesRemoved, 40);
-    EXPECT_EQ (total.filesRemoved, 50);
+    EXPECT_TRUE (content.exists());
 }
 
-TEST_F (CleanAll, AsksEachQuestionRightBeforeItsRun)
+TEST_F (CleanAll, CountsTheStudioTwiceTheContentNeverAndTheOthersOnce)
 {
-    const RecordingLogger logger;
-    const Console console ("y\ny\ny\ny\ny\n");
-    CleanResult total;
-
-    cleanAll (total);
-
-    EXPECT_EQ (stepsIn (logger.lines),
-               (Lines { "Info: Remove Orvex Studio and all of its associated files?",
-                        "Info: Cleaning: Orvex Studio",
-                        "Info: Remove all Velantone content & playlist files?",
-                        "Info: Cleaning: Velantone Content",
-                        "Info: Remove Velantone Media Server and all of its associated files?",
-                        "Info: Cleaning: Velantone Media Server",
-                        "Info: Remove Orvex Product Manager and all of its associated files?",
-                        "Info: Cleaning: Orvex Product Manager",
-                        "Info: Remove all Tessara Works global directories and files?",
-                        "Info: Cleaning: Tessara Works Global Directories" }));
-    EXPECT_TRUE (total.success);
-}
-
-TEST_F (CleanAll, CountsTheStudioTwiceAndTheContentNever)
-{
-    makeStudioWithThreeFolders();
-    makeStudioWithTwoFiles();
-    makeContent();
-    const RecordingLogger logger;
-    const Console console ("y\ny\nn\nn\nn\n");
-    CleanResult total;
-
-    cleanAll (total);
-
-    EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks/Content").exists());
-    EXPECT_TRUE (total.success);
-    EXPECT_EQ (total.directoriesRemoved, 6);
-    EXPECT_EQ (total.filesRemoved, 4);
-}
-
-TEST_F (CleanAll, CountsTheStudioTwiceAlsoWhenTheContentIsDeclined)
-{
-    makeStudioWithThreeFolders();
-    makeStudioWithTwoFiles();
-    makeContent();
-    const RecordingLogger logger;
-    const Console console ("y\nn\nn\nn\nn\n");
-    CleanResult total;
-
-    cleanAll (total);
-
-    EXPECT_TRUE (sharedData.getChildFile ("TessaraWorks/Content").exists());
-    EXPECT_EQ (total.directoriesRemoved, 6);
-    EXPECT_EQ (total.filesRemoved, 4);
-}
-
-TEST_F (CleanAll, CountsNothingWhenOnlyTheContentIsAccepted)
-{
-    makeStudioWithThreeFolders();
-    makeContent();
-    const RecordingLogger logger;
-    const Console console ("n\ny\nn\nn\nn\n");
-    CleanResult total;
-
-    cleanAll (total);
-
-    EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks/Content").exists());
-    EXPECT_TRUE (total.success);
-    EXPECT_EQ (total.directoriesRemoved, 0);
-    EXPECT_EQ (total.filesRemoved, 0);
-}
-
-TEST_F (CleanAll, FailsWithTheContentAlthoughItIsNotCounted)
-{
-    makeUndeletableFolder (sharedData.getChildFile ("TessaraWorks/Content"));
-    const RecordingLogger logger;
-    const Console console ("n\ny\nn\nn\nn\n");
-    CleanResult total;
-
-    cleanAll (total);
-
-    EXPECT_FALSE (total.success);
-    EXPECT_EQ (total.directoriesRemoved, 0);
-    EXPECT_EQ (total.filesRemoved, 0);
-}
-
-TEST_F (CleanAll, CountsEachOfTheOtherProductsOnce)
-{
-    makeMediaServerWithTwoFolders();
-    makeProductManagerWithFourFolders();
-    makeFile (programFiles.getChildFile ("Common Files/VST3/TessaraWorks"));
-    const RecordingLogger logger;
-
+    struct Row
     {
-        const Console console ("n\nn\ny\nn\nn\n");
-        CleanResult total;
-        cleanAll (total);
-        EXPECT_EQ (total.directoriesRemoved, 2);
-        EXPECT_EQ (total.filesRemoved, 0);
-    }
+        std::string answers;
+        int directories;
+        int files;
+        bool leavesContent;
+    };
 
-    {
-        const Console console ("n\nn\nn\ny\nn\n");
-        CleanResult total;
-        cleanAll (total);
-        EXPECT_EQ (total.directoriesRemoved, 4);
-        EXPECT_EQ (total.filesRemoved, 0);
-    }
+    const Row rows[] = {
+        { "ynnnn", 3 + 3, 2 + 2, true },
+        { "yynnn", 3 + 3, 2 + 2, false },
+        { "nynnn", 0, 0, false },
+        { "nnynn", 2, 0, true },
+        { "nnnyn", 4, 0, true },
+        { "nnnny", 1, 1, false }, // the content lies in the maker's folder
+        { "yyyyy", 3 + 3 + 2 + 4 + 1, 2 + 2, false },
+    };
 
+    for (const auto& row : rows)
     {
-        const Console console ("n\nn\nn\nn\ny\n"); // what is left of the maker's folder, and the file
-        CleanResult total;
-        cleanAll (total);
-        EXPECT_EQ (total.directoriesRemoved, 1);
-        EXPECT_EQ (total.filesRemoved, 1);
+        SCOPED_TRACE (row.answers);
+        makeStudio();
+        makeFolder (content);
+        makeOtherProducts();
+
+        EXPECT_EQ (run (row.answers, { true, 100, 200 }),
+                   (CleanResult { true, 100 + row.directories, 200 + row.files }));
+        EXPECT_EQ (content.exists(), row.leavesContent);
     }
 }
 
-TEST_F (CleanAll, AddsUpAllRuns)
-{
-    makeStudioWithThreeFolders();
-    makeStudioWithTwoFiles();
-    makeContent();
-    makeMediaServerWithTwoFolders();
-    makeProductManagerWithFourFolders();
-    const RecordingLogger logger;
-    const Console console ("y\ny\ny\ny\ny\n");
-    CleanResult total { true, 100, 200 };
-
-    cleanAll (total);
-
-    EXPECT_TRUE (total.success);
-    EXPECT_EQ (total.directoriesRemoved, 100 + 3 + 3 + 2 + 4 + 1);
-    EXPECT_EQ (total.filesRemoved, 200 + 2 + 2);
-}
-
-TEST_F (CleanAll, CarriesOnAfterAFailureAndStaysFailed)
+TEST_F (CleanAll, AsksEachQuestionRightBeforeItsRunAndCarriesOnAfterAFailure)
 {
     makeUndeletableFolder (programFiles.getChildFile ("Orvex"));
-    makeContent();
-    const RecordingLogger logger;
-    const Console console ("y\ny\ny\ny\ny\n");
-    CleanResult total;
+    makeFolder (content);
 
-    cleanAll (total);
+    EXPECT_EQ (run ("yyyyy"), (CleanResult { false, 1, 0 }));
 
-    EXPECT_EQ (stepsIn (logger.lines),
+    Lines steps;
+
+    for (const auto& line : logger.lines)
+        if (line.rfind ("Info: Remove ", 0) == 0 || line.rfind ("Info: Cleaning: ", 0) == 0)
+            steps.push_back (line);
+
+    EXPECT_EQ (steps,
                (Lines { "Info: Remove Orvex Studio and all of its associated files?",
                         "Info: Cleaning: Orvex Studio",
                         "Info: Remove all Velantone content & playlist files?",
@@ -240,8 +135,6 @@ TEST_F (CleanAll, CarriesOnAfterAFailureAndStaysFailed)
                         "Info: Remove all Tessara Works global directories and files?",
                         "Info: Cleaning: Tessara Works Global Directories" }));
     EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
-    EXPECT_FALSE (total.success);
-    EXPECT_EQ (total.directoriesRemoved, 1);
 }
 
 TEST_F (CleanAll, FailsWithAnyOneOfItsSteps)
@@ -249,29 +142,23 @@ TEST_F (CleanAll, FailsWithAnyOneOfItsSteps)
     struct Row
     {
         juce::File undeletable;
-        std::string input;
+        std::string answers;
     };
 
     const Row rows[] = {
-        { userData.getChildFile ("VelantoneEQ"), "y\nn\nn\nn\nn\n" },
-        { sharedData.getChildFile ("TessaraWorks/Content"), "n\ny\nn\nn\nn\n" },
-        { userData.getChildFile ("VelantonePlayer"), "n\nn\ny\nn\nn\n" },
-        { userData.getChildFile ("OrvexProductManager"), "n\nn\nn\ny\nn\n" },
-        { sharedData.getChildFile ("TessaraWorks/Rest"), "n\nn\nn\nn\ny\n" },
+        { userData.getChildFile ("VelantoneEQ"), "ynnnn" },
+        { content, "nynnn" },
+        { userData.getChildFile ("VelantonePlayer"), "nnynn" },
+        { userData.getChildFile ("OrvexProductManager"), "nnnyn" },
+        { sharedData.getChildFile ("TessaraWorks/Rest"), "nnnny" },
     };
 
     for (const auto& row : rows)
     {
-        SCOPED_TRACE (row.undeletable.getFullPathName());
+        SCOPED_TRACE (row.answers);
         makeUndeletableFolder (row.undeletable);
-        const RecordingLogger logger;
-        const Console console (row.input);
-        CleanResult total;
 
-        cleanAll (total);
-
-        EXPECT_FALSE (total.success);
-        EXPECT_EQ (total.directoriesRemoved, 0);
+        EXPECT_EQ (run (row.answers), (CleanResult { false, 0, 0 }));
 
         deleteEvenIfProtected (row.undeletable);
     }
@@ -279,47 +166,30 @@ TEST_F (CleanAll, FailsWithAnyOneOfItsSteps)
 
 TEST_F (CleanAll, CountsWhatAFailedStepRemoved)
 {
-    makeStudioWithThreeFolders();
+    makeStudio();
     makeUndeletableFolder (userData.getChildFile ("Orvex"));
-    const RecordingLogger logger;
-    const Console console ("y\nn\nn\nn\nn\n");
-    CleanResult total;
 
-    cleanAll (total);
-
-    EXPECT_FALSE (total.success);
-    EXPECT_EQ (total.directoriesRemoved, 6);
+    EXPECT_EQ (run ("ynnnn"), (CleanResult { false, 6, 4 }));
 }
 
 TEST_F (CleanAll, DoesNotTakeAnEarlierFailureBack)
 {
-    const RecordingLogger logger;
-    const Console console ("n\ny\ny\nn\ny\n");
-    CleanResult total { false, 0, 0 };
-
-    cleanAll (total);
-
-    EXPECT_FALSE (total.success);
+    EXPECT_EQ (run ("nyyny", { false, 0, 0 }), (CleanResult { false, 0, 0 }));
 }
 
 TEST_F (CleanAll, TakesTheEndOfTheInputForFiveYeses)
 {
-    makeContent();
-    const RecordingLogger logger;
-    const Console console;
-    CleanResult total;
+    makeFolder (content);
 
-    cleanAll (total);
+    EXPECT_EQ (run (""), (CleanResult { true, 1, 0 }));
 
-    EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? Y/n? Y/n? ");
+    EXPECT_EQ (shown, "Y/n? Y/n? Y/n? Y/n? Y/n? ");
     EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
-    EXPECT_TRUE (total.success);
 }
 
 TEST_F (CleanAll, HasOneCleanerAtATimeFromItsYesToTheEndOfItsRun)
 {
     const SampleRegistry emptyRegistry;
-    RecordingLogger logger;
     Console console ("y\ny\ny\ny\ny\n");
     CleanResult total;
     std::vector<int> textsAtQuestions, textsInRuns;

@@ -3,6 +3,8 @@
 #include "RecordingLogger.h"
 #include "app/CleanSession.h"
 
+#include <tuple>
+
 using namespace TessaraWorks;
 
 // Notes what becomes of the log file among the lines that are logged.
@@ -18,11 +20,25 @@ public:
     void closeLogFile() override { lines.push_back ("Closed"); }
 };
 
+/** All that comes of a session: its exit code, what it prints and what to the errors, and what it logs. */
+using Session = std::tuple<int, std::string, std::string, Lines>;
+
 class CleanCommand : public DisposableMachine
 {
 protected:
-    // Runs the command as the program's dispatcher does, and gives the exit code.
-    static int run (const juce::String& arguments)
+    /** Runs the command as the program's dispatcher does. */
+    Session run (const juce::String& arguments, const std::string& input)
+    {
+        Console console (input);
+        console.onRead = [&] { seenWhenAsked.push_back (console.visibleOutput()); };
+        const auto exitCode = invoke (arguments);
+        reachedTheEnd = std::cin.eof();
+        console.onRead = {};
+        std::getline (std::cin, notRead);
+        return { exitCode, console.output(), console.errors(), logger.lines };
+    }
+
+    static int invoke (const juce::String& arguments)
     {
         return juce::ConsoleApplication::invokeCatchingFailures (
             [&]
@@ -32,65 +48,62 @@ protected:
             });
     }
 
+    const juce::File content = sharedData.getChildFile ("TessaraWorks/Content");
     const juce::File logFile = juce::File::getSpecialLocation (juce::File::userDesktopDirectory)
                                    .getChildFile ("OrvexCleaner.log");
-    const std::string logFilePath = pathOf (logFile);
-    const std::string opened = "Opened " + logFilePath
-                             + " with 'Orvex Cleaner session starting' and 5000000 bytes at level 0";
-};
 
-static const std::string banner = "================================================================\n"
-                                  "Orvex Cleaner\n"
-                                  "================================================================\n"
-                                  "\n";
+    const std::string banner = "================================================================\n"
+                               "Orvex Cleaner\n"
+                               "================================================================\n"
+                               "\n";
+    const std::string successAfterOneQuestion = banner + "Y/n? Cleaning finished successfully.\nLog file written to: "
+                                              + pathOf (logFile) + "\nPress enter to exit\n";
+
+    const std::string opened = "Opened " + pathOf (logFile)
+                             + " with 'Orvex Cleaner session starting' and 5000000 bytes at level 0";
+    const Lines contentDeclined { opened,
+                                  "Info: Target: Content",
+                                  "Info: Remove all Velantone content & playlist files?",
+                                  "Info: Cleaning cancelled by the user." };
+
+    SessionLogger logger;
+
+    /** All that was visible whenever a line was asked for. */
+    Lines seenWhenAsked;
+
+    /** Whether it has read up to the end of the input. */
+    bool reachedTheEnd = false;
+
+    /** The line of the input behind those that the session has read. */
+    std::string notRead;
+};
 
 TEST_F (CleanCommand, FailsWithoutATargetBeforeAnythingIsPrintedOrOpened)
 {
     for (const auto* arguments :
          { "--clean", "--clean=", "--clean Content", "--clean= Content", "--clean --clean=All" })
-    {
-        SCOPED_TRACE (arguments);
-        const SessionLogger logger;
-        const Console console;
-
-        EXPECT_EQ (run (arguments), 1);
-        EXPECT_EQ (console.errors(), "Missing --clean argument\n");
-        EXPECT_EQ (console.output(), "");
-        EXPECT_EQ (logger.lines, Lines {});
-    }
+        EXPECT_EQ (run (arguments, ""), Session (1, "", "Missing --clean argument\n", {})) << arguments;
 }
 
 TEST_F (CleanCommand, FailsWithAnUnknownTargetBeforeAnythingIsPrintedOrOpened)
 {
-    for (const auto* target : { "all", "ALL", "content", "Company", "Contents", "Conten", "All=All", "Orvex", "0" })
-    {
-        SCOPED_TRACE (target);
-        const SessionLogger logger;
-        const Console console;
-
-        EXPECT_EQ (run (juce::String ("--clean=") + target), 1);
-        EXPECT_EQ (console.errors(),
-                   "Invalid --clean target: " + std::string (target)
-                       + ". Valid targets are: OrvexStudio, ProductManager, VelantoneMediaServer, Content, All\n");
-        EXPECT_EQ (console.output(), "");
-        EXPECT_EQ (logger.lines, Lines {});
-    }
+    for (const std::string target :
+         { "all", "ALL", "content", "Company", "Contents", "Conten", "All=All", "Orvex", "0" })
+        EXPECT_EQ (run ("--clean=" + target, ""),
+                   Session (1,
+                            "",
+                            "Invalid --clean target: " + target
+                                + ". Valid targets are: OrvexStudio, ProductManager, VelantoneMediaServer, "
+                                  "Content, All\n",
+                            {}));
 }
 
 TEST_F (CleanCommand, TakesTheFirstOfTwoTargets)
 {
-    const SessionLogger logger;
-    const Console console ("n\n\n");
-
-    EXPECT_EQ (run ("--clean=Content --clean=All"), 0);
-    EXPECT_EQ (logger.lines,
-               (Lines { opened,
-                        "Info: Target: Content",
-                        "Info: Remove all Velantone content & playlist files?",
-                        "Info: Cleaning cancelled by the user." }));
+    EXPECT_EQ (run ("--clean=Content --clean=All", "n\n\n"), Session (0, successAfterOneQuestion, "", contentDeclined));
 }
 
-TEST_F (CleanCommand, LogsTheTargetAndOffersItsProduct)
+TEST_F (CleanCommand, LogsTheTargetOffersItsProductAndEndsADeclinedRunAsASuccess)
 {
     struct Row
     {
@@ -112,21 +125,21 @@ TEST_F (CleanCommand, LogsTheTargetAndOffersItsProduct)
 
     for (const auto& row : rows)
     {
-        const SessionLogger logger;
-        const Console console ("n\n\n");
+        logger.lines.clear();
+        logger.minimumLevel = Debug;
 
-        EXPECT_EQ (run ("--clean=" + row.target), 0);
-        EXPECT_EQ (logger.lines,
-                   (Lines { opened, row.firstLine, row.question, "Info: Cleaning cancelled by the user." }));
+        EXPECT_EQ (run ("--clean=" + row.target, "n\n\n"),
+                   Session (0,
+                            successAfterOneQuestion,
+                            "",
+                            { opened, row.firstLine, row.question, "Info: Cleaning cancelled by the user." }));
     }
 }
 
 TEST_F (CleanCommand, OffersAllProductsForTheTargetAll)
 {
-    const SessionLogger logger;
-    const Console console ("n\nn\nn\nn\nn\n\n");
+    run ("--clean=All", "n\nn\nn\nn\nn\n\n");
 
-    EXPECT_EQ (run ("--clean=All"), 0);
     EXPECT_EQ (logger.lines,
                (Lines { opened,
                         "Info: Target: All",
@@ -145,8 +158,6 @@ TEST_F (CleanCommand, OffersAllProductsForTheTargetAll)
 
 TEST_F (CleanCommand, PrintsTheBannerBeforeItOpensTheLogFile)
 {
-    const Console console ("n\n\n");
-
     struct Logger : SessionLogger
     {
         explicit Logger (const Console& consoleToSee)
@@ -160,21 +171,20 @@ TEST_F (CleanCommand, PrintsTheBannerBeforeItOpensTheLogFile)
         std::string printed;
     };
 
-    const Logger logger (console);
+    const Console console ("n\n\n");
+    const Logger ownLogger (console);
 
-    run ("--clean=Content");
+    invoke ("--clean=Content");
 
-    EXPECT_EQ (logger.printed, banner);
+    EXPECT_EQ (ownLogger.printed, banner);
 }
 
 TEST_F (CleanCommand, RaisesTheLevelToInfoBeforeTheFirstLine)
 {
-    SessionLogger logger;
-    const Console console ("n\n\n");
     std::vector<LogLevel> levels;
     logger.onLine = [&] (const std::string&) { levels.push_back (logger.minimumLevel); };
 
-    run ("--clean=Content");
+    run ("--clean=Content", "n\n\n");
 
     EXPECT_EQ (levels, std::vector<LogLevel> (3, Info));
 }
@@ -186,132 +196,83 @@ TEST_F (CleanCommand, LeavesTheLevelOfALoggerAloneThatHasGoneWhileOpeningTheLogF
         void openLogFile (const juce::File&, const juce::String&, juce::int64) override { getLogger() = nullptr; }
     };
 
-    const Logger logger;
-    const Console console ("n\n\n");
+    const Logger vanishing;
 
-    EXPECT_EQ (run ("--clean=Content"), 0);
+    EXPECT_EQ (run ("--clean=Content", "n\n\n"), Session (0, successAfterOneQuestion, "", {}));
 
-    EXPECT_EQ (logger.minimumLevel, Debug);
-    EXPECT_EQ (logger.lines, Lines {});
-}
-
-TEST_F (CleanCommand, EndsADeclinedRunAsASuccess)
-{
-    const SessionLogger logger;
-    const Console console ("n\n\n");
-
-    EXPECT_EQ (run ("--clean=Content"), 0);
-    EXPECT_EQ (console.output(),
-               banner + "Y/n? Cleaning finished successfully.\nLog file written to: " + logFilePath
-                   + "\nPress enter to exit\n");
-    EXPECT_EQ (console.errors(), "");
+    EXPECT_EQ (vanishing.minimumLevel, Debug);
+    EXPECT_EQ (vanishing.lines, Lines {});
 }
 
 TEST_F (CleanCommand, EndsARunThatWentWellAsASuccess)
 {
-    const auto content = makeFolder (sharedData.getChildFile ("TessaraWorks/Content"));
-    const SessionLogger logger;
-    const Console console ("y\n\n");
+    makeFolder (content);
 
-    EXPECT_EQ (run ("--clean=Content"), 0);
+    EXPECT_EQ (run ("--clean=Content", "y\n\n"),
+               Session (0,
+                        successAfterOneQuestion,
+                        "",
+                        { opened,
+                          "Info: Target: Content",
+                          "Info: Remove all Velantone content & playlist files?",
+                          "Info: Cleaning: Velantone Content",
+                          "Info: Deleting directory: " + pathOf (content),
+                          "Info: Directory deleted: " + pathOf (content),
+                          "Info: Directories removed: 1",
+                          "Info: Files removed: 0",
+                          "Info: Velantone Content was successfully removed." }));
     EXPECT_FALSE (content.exists());
-    EXPECT_EQ (console.output(),
-               banner + "Y/n? Cleaning finished successfully.\nLog file written to: " + logFilePath
-                   + "\nPress enter to exit\n");
-    EXPECT_EQ (console.errors(), "");
-    EXPECT_EQ (logger.lines,
-               (Lines { opened,
-                        "Info: Target: Content",
-                        "Info: Remove all Velantone content & playlist files?",
-                        "Info: Cleaning: Velantone Content",
-                        "Info: Deleting directory: " + pathOf (content),
-                        "Info: Directory deleted: " + pathOf (content),
-                        "Info: Directories removed: 1",
-                        "Info: Files removed: 0",
-                        "Info: Velantone Content was successfully removed." }));
 }
 
-TEST_F (CleanCommand, WaitsForOneLineAfterASuccess)
+TEST_F (CleanCommand, ShowsTheWholeEndingAndThenWaitsForOneLine)
 {
-    const SessionLogger logger;
-    const Console console ("n\nany words before enter\nnext\n");
+    run ("--clean=Content", "n\nany words before enter\nnext\n");
 
-    run ("--clean=Content");
-
-    std::string next;
-    std::getline (std::cin, next);
-    EXPECT_EQ (next, "next");
-}
-
-TEST_F (CleanCommand, ShowsTheWholeEndingBeforeItWaits)
-{
-    const SessionLogger logger;
-    Console console ("n\n\n");
-    std::string seen;
-    console.onRead = [&] { seen = console.visibleOutput(); };
-
-    run ("--clean=Content");
-
-    EXPECT_EQ (seen,
-               banner + "Y/n? Cleaning finished successfully.\nLog file written to: " + logFilePath
-                   + "\nPress enter to exit\n");
+    EXPECT_EQ (seenWhenAsked, (Lines { banner + "Y/n? ", successAfterOneQuestion }));
+    EXPECT_EQ (notRead, "next");
 }
 
 TEST_F (CleanCommand, EndsAtOnceAfterASuccessAtTheEndOfTheInput)
 {
-    const SessionLogger logger;
-    const Console console ("n\n");
-
-    EXPECT_EQ (run ("--clean=Content"), 0);
-    EXPECT_TRUE (std::cin.eof());
+    EXPECT_EQ (run ("--clean=Content", "n\n"), Session (0, successAfterOneQuestion, "", contentDeclined));
+    EXPECT_TRUE (reachedTheEnd);
 }
 
 TEST_F (CleanCommand, AdvisesTheUserAfterAFailureWithoutWaiting)
 {
-    const auto content = makeUndeletableFolder (sharedData.getChildFile ("TessaraWorks/Content"));
-    const SessionLogger logger;
-    const Console console ("y\nnext\n");
+    makeUndeletableFolder (content);
 
-    EXPECT_EQ (run ("--clean=Content"), 1);
-    EXPECT_EQ (console.output(), banner + "Y/n? ");
-    EXPECT_EQ (console.errors(),
-               "\n"
-               "Product cleaning failed!\n"
-               "\n"
-               "Follow all instructions in the log entries above (if any), then retry.\n"
-               "If an entry failed to delete, ensure it is not open in another application.\n"
-               "If issues persist, send an email to: " ORVEX_CLEANER_SUPPORT_ADDRESS "\n"
-               "Attach the 'OrvexCleaner.log' file from your desktop to the email.\n"
-               "\n");
-    EXPECT_EQ (logger.lines,
-               (Lines { opened,
-                        "Info: Target: Content",
-                        "Info: Remove all Velantone content & playlist files?",
-                        "Info: Cleaning: Velantone Content",
-                        "Info: Deleting directory: " + pathOf (content),
-                        "Critical: Unable to delete directory: " + pathOf (content),
-                        "Info: Directories removed: 0",
-                        "Info: Files removed: 0",
-                        "Info: Velantone Content encountered errors and could not be removed." }));
-
-    std::string next;
-    std::getline (std::cin, next);
-    EXPECT_EQ (next, "next");
+    EXPECT_EQ (run ("--clean=Content", "y\nnext\n"),
+               Session (1,
+                        banner + "Y/n? ",
+                        "\n"
+                        "Product cleaning failed!\n"
+                        "\n"
+                        "Follow all instructions in the log entries above (if any), then retry.\n"
+                        "If an entry failed to delete, ensure it is not open in another application.\n"
+                        "If issues persist, send an email to: " ORVEX_CLEANER_SUPPORT_ADDRESS "\n"
+                        "Attach the 'OrvexCleaner.log' file from your desktop to the email.\n"
+                        "\n",
+                        { opened,
+                          "Info: Target: Content",
+                          "Info: Remove all Velantone content & playlist files?",
+                          "Info: Cleaning: Velantone Content",
+                          "Info: Deleting directory: " + pathOf (content),
+                          "Critical: Unable to delete directory: " + pathOf (content),
+                          "Info: Directories removed: 0",
+                          "Info: Files removed: 0",
+                          "Info: Velantone Content encountered errors and could not be removed." }));
+    EXPECT_EQ (notRead, "next");
 }
 
 TEST_F (CleanCommand, GoesOnWithoutALoggerAndThenMakesNoLogFile)
 {
-    const auto content = makeFolder (sharedData.getChildFile ("TessaraWorks/Content"));
-    const RecordingLogger restoresTheLogger;
-    const Console console ("y\n\n");
+    makeFolder (content);
     logFile.deleteFile();
     getLogger() = nullptr;
 
-    EXPECT_EQ (run ("--clean=Content"), 0);
+    EXPECT_EQ (run ("--clean=Content", "y\n\n"), Session (0, successAfterOneQuestion, "", {}));
     EXPECT_FALSE (content.exists());
     EXPECT_FALSE (logFile.exists());
     EXPECT_EQ (getLogger(), nullptr);
-    EXPECT_EQ (console.output(),
-               banner + "Y/n? Cleaning finished successfully.\nLog file written to: " + logFilePath
-                   + "\nPress enter to exit\n");
 }

@@ -1,3 +1,4 @@
+#include "CleanResults.h"
 #include "Console.h"
 #include "DisposableMachine.h"
 #include "LiveTexts.h"
@@ -12,6 +13,17 @@ using namespace TessaraWorks;
 class Drivers : public DisposableMachine
 {
 protected:
+    /** Lets a driver offer its product, and returns what has become of a result that was not empty. */
+    CleanResult run (void (*driver) (CleanResult&), const std::string& answer)
+    {
+        CleanResult result { false, 7, 8 };
+        const Console console (answer);
+        logger.lines.clear();
+        driver (result);
+        EXPECT_EQ (console.output(), "Y/n? ");
+        return result;
+    }
+
     struct Row
     {
         void (*driver) (CleanResult&);
@@ -50,6 +62,8 @@ protected:
           2,
           sharedData.getChildFile ("TessaraWorks") },
     };
+
+    RecordingLogger logger;
 };
 
 TEST_F (Drivers, LeaveProductAndResultAloneOnANo)
@@ -58,17 +72,10 @@ TEST_F (Drivers, LeaveProductAndResultAloneOnANo)
     {
         SCOPED_TRACE (row.productName);
         makeFolder (row.folder);
-        const RecordingLogger logger;
-        const Console console ("n\n");
-        CleanResult result { false, 7, 8 };
 
-        row.driver (result);
+        EXPECT_EQ (run (row.driver, "n\n"), (CleanResult { false, 7, 8 }));
 
         EXPECT_TRUE (row.folder.exists());
-        EXPECT_FALSE (result.success);
-        EXPECT_EQ (result.directoriesRemoved, 7);
-        EXPECT_EQ (result.filesRemoved, 8);
-        EXPECT_EQ (console.output(), "Y/n? ");
         EXPECT_EQ (logger.lines, (Lines { row.question, "Info: Cleaning cancelled by the user." }));
     }
 }
@@ -79,21 +86,29 @@ TEST_F (Drivers, CleanTheirProductAndReplaceTheWholeResultOnAYes)
     {
         SCOPED_TRACE (row.productName);
         makeFolder (row.folder);
-        const RecordingLogger logger;
-        const Console console ("y\n");
-        CleanResult result { false, 7, 8 };
 
-        row.driver (result);
+        EXPECT_EQ (run (row.driver, "y\n"), (CleanResult { true, 1, 0 }));
 
         EXPECT_FALSE (row.folder.exists());
-        EXPECT_TRUE (result.success);
-        EXPECT_EQ (result.directoriesRemoved, 1);
-        EXPECT_EQ (result.filesRemoved, 0);
-        EXPECT_EQ (console.output(), "Y/n? ");
-        ASSERT_GE (logger.lines.size(), 2u);
-        EXPECT_EQ (logger.lines[0], row.question);
-        EXPECT_EQ (logger.lines[1], "Info: Cleaning: " + row.productName);
+        EXPECT_EQ (logger.lines.at (0), row.question);
+        EXPECT_EQ (logger.lines.at (1), "Info: Cleaning: " + row.productName);
         EXPECT_EQ (logger.lines.back(), "Info: " + row.productName + " was successfully removed.");
+    }
+}
+
+TEST_F (Drivers, HandOnAFailure)
+{
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE (row.productName);
+        makeUndeletableFolder (row.folder);
+
+        EXPECT_EQ (run (row.driver, "y\n"), (CleanResult { false, 0, 0 }));
+
+        EXPECT_TRUE (row.folder.exists());
+        EXPECT_EQ (logger.lines.back(), "Info: " + row.productName + " encountered errors and could not be removed.");
+
+        deleteEvenIfProtected (row.folder);
     }
 }
 
@@ -103,7 +118,6 @@ TEST_F (Drivers, HaveTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
     {
         SCOPED_TRACE (row.productName);
         const SampleRegistry emptyRegistry;
-        RecordingLogger logger;
         Console console ("y\n");
         CleanResult result;
         int textsAtQuestion = 0, textsInRun = 0;
@@ -124,40 +138,13 @@ TEST_F (Drivers, HaveTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
     }
 }
 
-TEST_F (Drivers, HandOnAFailure)
-{
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE (row.productName);
-        makeUndeletableFolder (row.folder);
-        const RecordingLogger logger;
-        const Console console ("y\n");
-        CleanResult result { true, 7, 8 };
-
-        row.driver (result);
-
-        EXPECT_TRUE (row.folder.exists());
-        EXPECT_FALSE (result.success);
-        EXPECT_EQ (result.directoriesRemoved, 0);
-        EXPECT_EQ (result.filesRemoved, 0);
-        EXPECT_EQ (logger.lines.back(), "Info: " + row.productName + " encountered errors and could not be removed.");
-
-        deleteEvenIfProtected (row.folder);
-    }
-}
-
 TEST_F (Drivers, OfTheStudioTakesAPluginThatIsAFile)
 {
     const auto plugin = makeFile (programFiles.getChildFile ("Common Files/VST3/Orvex.vst3"));
-    const RecordingLogger logger;
-    const Console console ("y\n");
-    CleanResult result;
 
-    cleanOrvexStudio (result);
+    EXPECT_EQ (run (cleanOrvexStudio, "y\n"), (CleanResult { true, 0, 1 }));
 
     EXPECT_FALSE (plugin.exists());
-    EXPECT_EQ (result.directoriesRemoved, 0);
-    EXPECT_EQ (result.filesRemoved, 1);
     EXPECT_EQ (std::count (logger.lines.begin(),
                            logger.lines.end(),
                            "Warning: Directory is actually a file, attempting to delete file..."),
@@ -169,26 +156,18 @@ TEST_F (Drivers, OfTheCompanyTakesAllThatTheOthersHaveInSharedData)
     makeFolder (sharedData.getChildFile ("TessaraWorks/Content"));
     makeFolder (sharedData.getChildFile ("TessaraWorks/Applications/VelantonePlayer"));
     makeFolder (sharedData.getChildFile ("TessaraWorks/Plugins/Orvex"));
-    const RecordingLogger logger;
-    const Console console ("y\n");
-    CleanResult result;
 
-    cleanCompany (result);
+    EXPECT_EQ (run (cleanCompany, "y\n"), (CleanResult { true, 1, 0 }));
 
     EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
     EXPECT_TRUE (sharedData.exists());
-    EXPECT_EQ (result.directoriesRemoved, 1);
-    EXPECT_EQ (result.filesRemoved, 0);
 }
 
 TEST_F (Drivers, OfTheMediaServerLeavesTheFoldersAroundItsOwn)
 {
     makeFolder (sharedData.getChildFile ("TessaraWorks/Applications/VelantonePlayer"));
-    const RecordingLogger logger;
-    const Console console ("y\n");
-    CleanResult result;
 
-    cleanVelantoneMediaServer (result);
+    EXPECT_EQ (run (cleanVelantoneMediaServer, "y\n"), (CleanResult { true, 1, 0 }));
 
     EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks/Applications/VelantonePlayer").exists());
     EXPECT_TRUE (sharedData.getChildFile ("TessaraWorks/Applications").exists());
