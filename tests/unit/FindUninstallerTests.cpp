@@ -1,5 +1,6 @@
 #include "uninstall/FindUninstaller.h"
 
+#include "FoundUninstaller.h"
 #include "RecordingLogger.h"
 #include "SampleRegistry.h"
 
@@ -15,10 +16,7 @@ TEST (FindUninstaller, GivesTheCommandOfTheProductWhoseNameContainsTheFragment)
     registry.add ({ "Sample 1", terminated (u"Something else"), terminated (u"C:\\else\\uninstall.exe") });
     registry.add ({ "Sample 2", terminated (u"The Orvex Studio of today"), terminated (u"C:\\studio\\uninstall.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "C:\\studio\\uninstall.exe");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\studio\\uninstall.exe");
     EXPECT_EQ (logger.lines, Lines {});
 }
 
@@ -29,14 +27,9 @@ TEST (FindUninstaller, FindsAFragmentAtTheBeginningAtTheEndAndAsTheWholeName)
     registry.add ({ "Sample 2", terminated (u"the last Beta"), terminated (u"C:\\2.exe") });
     registry.add ({ "Sample 3", terminated (u"Gamma"), terminated (u"C:\\3.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Alpha", path));
-    EXPECT_EQ (path, "C:\\1.exe");
-    EXPECT_TRUE (findUninstaller ("Beta", path));
-    EXPECT_EQ (path, "C:\\2.exe");
-    EXPECT_TRUE (findUninstaller ("Gamma", path));
-    EXPECT_EQ (path, "C:\\3.exe");
+    EXPECT_EQ (findCommand ("Alpha"), "C:\\1.exe");
+    EXPECT_EQ (findCommand ("Beta"), "C:\\2.exe");
+    EXPECT_EQ (findCommand ("Gamma"), "C:\\3.exe");
 }
 
 TEST (FindUninstaller, TellsCapitalLettersFromSmallOnes)
@@ -44,10 +37,8 @@ TEST (FindUninstaller, TellsCapitalLettersFromSmallOnes)
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"orvex studio"), terminated (u"C:\\uninstall.exe") });
 
-    juce::String path;
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-    EXPECT_TRUE (findUninstaller ("orvex studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
+    EXPECT_EQ (findCommand ("orvex studio"), "C:\\uninstall.exe");
 }
 
 TEST (FindUninstaller, LooksAtTheDisplayNameAndNotAtTheNameOfTheKey)
@@ -55,9 +46,7 @@ TEST (FindUninstaller, LooksAtTheDisplayNameAndNotAtTheNameOfTheKey)
     SampleRegistry registry;
     registry.add ({ "Orvex Studio sample", terminated (u"Something else"), terminated (u"C:\\uninstall.exe") });
 
-    juce::String path;
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
 }
 
 TEST (FindUninstaller, OpensAnEntryOfTheLongestNameThatARegistryAllows)
@@ -65,10 +54,7 @@ TEST (FindUninstaller, OpensAnEntryOfTheLongestNameThatARegistryAllows)
     SampleRegistry registry;
     registry.add ({ juce::String::repeatedString ("n", 255), terminated (u"Orvex Studio"), terminated (u"C:\\n.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "C:\\n.exe");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\n.exe");
 }
 
 TEST (FindUninstaller, TakesTheFirstOfSeveralMatches)
@@ -78,10 +64,7 @@ TEST (FindUninstaller, TakesTheFirstOfSeveralMatches)
     registry.add ({ "Sample 2", terminated (u"Orvex Studio 1"), terminated (u"C:\\1.exe") });
     registry.add ({ "Sample 3", terminated (u"Orvex Studio 2"), terminated (u"C:\\2.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "C:\\3.exe");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\3.exe");
 }
 
 TEST (FindUninstaller, PassesOverAnEntryWithoutADisplayNameInSilence)
@@ -91,10 +74,7 @@ TEST (FindUninstaller, PassesOverAnEntryWithoutADisplayNameInSilence)
     registry.add ({ "Sample 1", {}, terminated (u"C:\\1.exe") });
     registry.add ({ "Sample 2", terminated (u"Orvex Studio"), terminated (u"C:\\2.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "C:\\2.exe");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\2.exe");
     EXPECT_EQ (logger.lines, Lines {});
 }
 
@@ -103,9 +83,7 @@ TEST (FindUninstaller, NeverMatchesAnEmptyDisplayNameByAFragment)
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u""), terminated (u"C:\\1.exe") });
 
-    juce::String path;
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
 }
 
 TEST (FindUninstaller, TakesAMatchWithoutACommandAlthoughALaterOneHasACommand)
@@ -115,10 +93,7 @@ TEST (FindUninstaller, TakesAMatchWithoutACommandAlthoughALaterOneHasACommand)
     registry.add ({ "Sample 1", terminated (u"Orvex Studio"), {} });
     registry.add ({ "Sample 2", terminated (u"Orvex Studio"), terminated (u"C:\\2.exe") });
 
-    juce::String path ("left by the caller");
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "");
     EXPECT_EQ (logger.lines, Lines {});
 }
 
@@ -128,10 +103,7 @@ TEST (FindUninstaller, EmptiesThePathWhenNothingIsFound)
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Something else"), terminated (u"C:\\1.exe") });
 
-    juce::String path ("left by the caller");
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "");
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
     EXPECT_EQ (logger.lines, Lines {});
 }
 
@@ -140,10 +112,7 @@ TEST (FindUninstaller, DropsTheQuotesAroundAProgramAndKeepsItsArguments)
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (u"\"C:\\a b\\uninstall.exe\" /log /ask") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "C:\\a b\\uninstall.exe /log /ask");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\a b\\uninstall.exe /log /ask");
 }
 
 TEST (FindUninstaller, DropsTheQuotesInsideOfACommand)
@@ -151,10 +120,7 @@ TEST (FindUninstaller, DropsTheQuotesInsideOfACommand)
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (u"run \"\"C:\\un\"install.exe\" 'a'\"") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "run C:\\uninstall.exe 'a'");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "run C:\\uninstall.exe 'a'");
 }
 
 TEST (FindUninstaller, KeepsTheQuotesInADisplayName)
@@ -162,10 +128,8 @@ TEST (FindUninstaller, KeepsTheQuotesInADisplayName)
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"\"Orvex\" Studio"), terminated (u"C:\\1.exe") });
 
-    juce::String path;
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-    EXPECT_TRUE (findUninstaller ("\"Orvex\"", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
+    EXPECT_EQ (findCommand ("\"Orvex\""), "C:\\1.exe");
 }
 
 TEST (FindUninstaller, ReadsLettersBeyondLatin)
@@ -175,10 +139,7 @@ TEST (FindUninstaller, ReadsLettersBeyondLatin)
                     terminated (u"\u0421\u0442\u0443\u0434\u0438\u044f \u97f3\u697d \U0001f3b9 Orvex"),
                     terminated (u"C:\\\u97f3\u697d\\\U0001f3b9.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller (juce::CharPointer_UTF8 ("\u697d \U0001f3b9"), path));
-    EXPECT_EQ (path.toStdString(), "C:\\\u97f3\u697d\\\U0001f3b9.exe");
+    EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("\u697d \U0001f3b9")), "C:\\\u97f3\u697d\\\U0001f3b9.exe");
 }
 
 TEST (FindUninstaller, ReadsADisplayNameOf2048BytesAndNoLongerOne)
@@ -191,15 +152,10 @@ TEST (FindUninstaller, ReadsADisplayNameOf2048BytesAndNoLongerOne)
     registry.add ({ "Sample 3", unterminated (filling + u"x Gamma"), terminated (u"C:\\2048 unterminated.exe") });
     registry.add ({ "Sample 4", terminated (u"Delta" + filling + u"xx"), terminated (u"C:\\2050.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Alpha", path));
-    EXPECT_EQ (path, "C:\\2046.exe");
-    EXPECT_TRUE (findUninstaller ("Beta", path));
-    EXPECT_EQ (path, "C:\\2048.exe");
-    EXPECT_TRUE (findUninstaller ("Gamma", path));
-    EXPECT_EQ (path, "C:\\2048 unterminated.exe");
-    EXPECT_FALSE (findUninstaller ("Delta", path));
+    EXPECT_EQ (findCommand ("Alpha"), "C:\\2046.exe");
+    EXPECT_EQ (findCommand ("Beta"), "C:\\2048.exe");
+    EXPECT_EQ (findCommand ("Gamma"), "C:\\2048 unterminated.exe");
+    EXPECT_EQ (findCommand ("Delta"), std::nullopt);
 }
 
 TEST (FindUninstaller, ReadsACommandOf2048BytesAndNoLongerOne)
@@ -212,17 +168,11 @@ TEST (FindUninstaller, ReadsACommandOf2048BytesAndNoLongerOne)
     registry.add ({ "Sample 3", terminated (u"Gamma"), unterminated (command + u"yz") });
     registry.add ({ "Sample 4", terminated (u"Delta"), terminated (command + u"yz") });
 
-    const auto expected = juce::String::repeatedString ("x", 1022);
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Alpha", path));
-    EXPECT_EQ (path, expected);
-    EXPECT_TRUE (findUninstaller ("Beta", path));
-    EXPECT_EQ (path, expected + "y");
-    EXPECT_TRUE (findUninstaller ("Gamma", path));
-    EXPECT_EQ (path, expected + "yz");
-    EXPECT_TRUE (findUninstaller ("Delta", path));
-    EXPECT_EQ (path, "");
+    const std::string expected (1022, 'x');
+    EXPECT_EQ (findCommand ("Alpha"), expected);
+    EXPECT_EQ (findCommand ("Beta"), expected + "y");
+    EXPECT_EQ (findCommand ("Gamma"), expected + "yz");
+    EXPECT_EQ (findCommand ("Delta"), "");
 }
 
 TEST (FindUninstaller, ReadsTheRestOfTheNameBeforeBehindAnUnterminatedOne)
@@ -231,10 +181,7 @@ TEST (FindUninstaller, ReadsTheRestOfTheNameBeforeBehindAnUnterminatedOne)
     registry.add ({ "Sample 1", terminated (u"Something quite different"), terminated (u"C:\\1.exe") });
     registry.add ({ "Sample 2", unterminated (u"Orvex"), terminated (u"C:\\2.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvexhing quite different", path));
-    EXPECT_EQ (path, "C:\\2.exe");
+    EXPECT_EQ (findCommand ("Orvexhing quite different"), "C:\\2.exe");
 }
 
 TEST (FindUninstaller, ReadsTheRestOfAUnitBehindANameOfAnOddNumberOfBytes)
@@ -244,12 +191,8 @@ TEST (FindUninstaller, ReadsTheRestOfAUnitBehindANameOfAnOddNumberOfBytes)
     registry.add ({ "Sample 2", Bytes ("O\0r\0v", 5), terminated (u"C:\\2.exe") });
     registry.add ({ "Sample 3", Bytes ("X", 1), terminated (u"C:\\3.exe") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller (juce::CharPointer_UTF8 ("Or\u0476cd"), path));
-    EXPECT_EQ (path, "C:\\2.exe");
-    EXPECT_TRUE (findUninstaller (juce::CharPointer_UTF8 ("Xr\u0476cd"), path));
-    EXPECT_EQ (path, "C:\\3.exe");
+    EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("Or\u0476cd")), "C:\\2.exe");
+    EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("Xr\u0476cd")), "C:\\3.exe");
 }
 
 TEST (FindUninstaller, EndsATextAtItsFirstTerminator)
@@ -257,11 +200,8 @@ TEST (FindUninstaller, EndsATextAtItsFirstTerminator)
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Alpha\0Beta"sv), terminated (u"C:\\1.exe\0 /ask"sv) });
 
-    juce::String path;
-
-    EXPECT_FALSE (findUninstaller ("Beta", path));
-    EXPECT_TRUE (findUninstaller ("Alpha", path));
-    EXPECT_EQ (path, "C:\\1.exe");
+    EXPECT_EQ (findCommand ("Beta"), std::nullopt);
+    EXPECT_EQ (findCommand ("Alpha"), "C:\\1.exe");
 }
 
 TEST (FindUninstaller, SurvivesATextThatEndsInsideOfASurrogatePair)
@@ -271,9 +211,7 @@ TEST (FindUninstaller, SurvivesATextThatEndsInsideOfASurrogatePair)
                     unterminated (u"Orvex Studio" + std::u16string (1011, u'x') + u'\xd83c'),
                     unterminated (std::u16string (1023, u'y') + u'\xd83c') });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path.length(), 1024);
-    EXPECT_EQ (path.substring (0, 1023), juce::String::repeatedString ("y", 1023));
+    const auto command = juce::String::fromUTF8 (findCommand ("Orvex Studio").value().c_str());
+    EXPECT_EQ (command.length(), 1024);
+    EXPECT_EQ (command.substring (0, 1023), juce::String::repeatedString ("y", 1023));
 }

@@ -1,11 +1,13 @@
-#include "uninstall/FindUninstaller.h"
-
+#include "FoundUninstaller.h"
 #include "RecordingLogger.h"
 #include "RecordingRegistry.h"
 
 #include <gtest/gtest.h>
 
 using namespace TessaraWorks;
+
+static const std::string root = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
+static const std::string openedRoot = "open " + root + " with 20019";
 
 // What a real registry cannot be made to show: the calls themselves, and refusals at will.
 
@@ -17,75 +19,37 @@ TEST (FindUninstallerCalls, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchingEnt
                          { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") },
                          { "Behind", terminated (u"Orvex Studio"), terminated (u"C:\\behind.exe") } };
 
-    juce::String path;
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\studio.exe");
 
     EXPECT_EQ (registry.calls,
-               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+               (Lines { openedRoot,
                         "enumerate key 1 at 0 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\{8F1} with 20019",
+                        "open " + root + "\\{8F1} with 20019",
                         "query key 2 for DisplayName into 2048",
                         "close key 2",
                         "enumerate key 1 at 1 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Else with 20019",
+                        "open " + root + "\\Else with 20019",
                         "query key 3 for DisplayName into 2048",
                         "close key 3",
                         "enumerate key 1 at 2 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio with 20019",
+                        "open " + root + "\\Studio with 20019",
                         "query key 4 for DisplayName into 2048",
                         "query key 4 for UninstallString into 2048",
                         "close key 1" }));
-    EXPECT_EQ (registry.getOpenKeys(), Lines { "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio" });
-}
-
-TEST (FindUninstallerCalls, LeaveTheMatchingEntryOpenAlsoWhenItHasNoCommand)
-{
-    RecordingRegistry registry;
-    registry.entries = { { "Studio", terminated (u"Orvex Studio"), {} } };
-
-    juce::String path;
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-
-    EXPECT_EQ (registry.calls,
-               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
-                        "enumerate key 1 at 0 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio with 20019",
-                        "query key 2 for DisplayName into 2048",
-                        "query key 2 for UninstallString into 2048",
-                        "close key 1" }));
-}
-
-TEST (FindUninstallerCalls, CloseEveryKeyWhenNothingMatches)
-{
-    RecordingRegistry registry;
-    registry.entries = { { "Else", terminated (u"Something else"), {} } };
-
-    juce::String path;
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-
-    EXPECT_EQ (registry.calls,
-               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
-                        "enumerate key 1 at 0 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Else with 20019",
-                        "query key 2 for DisplayName into 2048",
-                        "close key 2",
-                        "enumerate key 1 at 1 into 4096",
-                        "close key 1" }));
+    EXPECT_EQ (registry.getOpenKeys(), Lines { root + "\\Studio" });
 }
 
 TEST (FindUninstallerCalls, AreMadeAnewForEachSearch)
 {
     RecordingRegistry registry;
-    juce::String path;
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
 
     EXPECT_EQ (registry.calls,
-               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+               (Lines { openedRoot,
                         "enumerate key 1 at 0 into 4096",
                         "close key 1",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+                        openedRoot,
                         "enumerate key 2 at 0 into 4096",
                         "close key 2" }));
 }
@@ -97,14 +61,9 @@ TEST (FindUninstallerRefused, TheRootKeyIsLoggedAndNothingIsClosed)
     registry.entries = { { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
     registry.refuses = [] (const std::string& call) { return call.find ("open ") == 0; };
 
-    juce::String path ("left by the caller");
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "");
-    EXPECT_EQ (logger.lines,
-               Lines { "Critical: Failed to open the Windows registry key: "
-                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall" });
-    EXPECT_EQ (registry.calls, Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019" });
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
+    EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry key: " + root });
+    EXPECT_EQ (registry.calls, Lines { openedRoot });
 }
 
 TEST (FindUninstallerRefused, AnEntryIsLoggedByItsFullPathAndHidesEveryEntryBehindIt)
@@ -116,21 +75,16 @@ TEST (FindUninstallerRefused, AnEntryIsLoggedByItsFullPathAndHidesEveryEntryBehi
                          { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
     registry.refuses = [] (const std::string& call) { return call.find ("\\Locked") != std::string::npos; };
 
-    juce::String path ("left by the caller");
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "");
-    EXPECT_EQ (logger.lines,
-               Lines { "Critical: Failed to open the Windows registry subkey: "
-                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Locked" });
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
+    EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry subkey: " + root + "\\Locked" });
     EXPECT_EQ (registry.calls,
-               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+               (Lines { openedRoot,
                         "enumerate key 1 at 0 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Else with 20019",
+                        "open " + root + "\\Else with 20019",
                         "query key 2 for DisplayName into 2048",
                         "close key 2",
                         "enumerate key 1 at 1 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Locked with 20019",
+                        "open " + root + "\\Locked with 20019",
                         "close no key",
                         "close key 1" }));
 }
@@ -143,10 +97,7 @@ TEST (FindUninstallerRefused, AnEntryBehindTheMatchIsNotNoticed)
                          { "Locked", terminated (u"Something locked"), {} } };
     registry.refuses = [] (const std::string& call) { return call.find ("\\Locked") != std::string::npos; };
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "C:\\studio.exe");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\studio.exe");
     EXPECT_EQ (logger.lines, Lines {});
 }
 
@@ -162,10 +113,7 @@ TEST (FindUninstallerRefused, AnEnumerationEndsTheSearchInSilenceWhateverItsCode
         registry.refusalCode = code;
         registry.refuses = [] (const std::string& call) { return call == "enumerate key 1 at 1 into 4096"; };
 
-        juce::String path ("left by the caller");
-
-        EXPECT_FALSE (findUninstaller ("Orvex Studio", path)) << code;
-        EXPECT_EQ (path, "");
+        EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt) << code;
         EXPECT_EQ (logger.lines, Lines {});
         EXPECT_EQ (registry.calls.back(), "close key 1");
         EXPECT_EQ (registry.getOpenKeys(), Lines {});
@@ -180,34 +128,26 @@ TEST (FindUninstallerRefused, ADisplayNameIsPassedOverInSilence)
                          { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
     registry.refuses = [] (const std::string& call) { return call == "query key 2 for DisplayName into 2048"; };
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "C:\\studio.exe");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\studio.exe");
     EXPECT_EQ (logger.lines, Lines {});
-    EXPECT_EQ (registry.getOpenKeys(), Lines { "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Studio" });
+    EXPECT_EQ (registry.getOpenKeys(), Lines { root + "\\Studio" });
 }
 
-TEST (FindUninstallerRefused, ACommandCountsAsNone)
+TEST (FindUninstallerRefused, ACommandCountsAsNoneAndItsEntryStaysOpen)
 {
     RecordingLogger logger;
     RecordingRegistry registry;
     registry.entries = { { "Studio", terminated (u"Orvex Studio"), terminated (u"C:\\studio.exe") } };
     registry.refuses = [] (const std::string& call) { return call == "query key 2 for UninstallString into 2048"; };
 
-    juce::String path ("left by the caller");
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "");
+    EXPECT_EQ (findCommand ("Orvex Studio"), "");
     EXPECT_EQ (logger.lines, Lines {});
+    EXPECT_EQ (registry.getOpenKeys(), Lines { root + "\\Studio" });
 }
 
 TEST (FindUninstallerCalls, FindNothingInTheTableOfASystemWithoutARegistry)
 {
     RecordingLogger logger;
-    juce::String path ("left by the caller");
-
-    EXPECT_FALSE (findUninstaller ("", path));
-    EXPECT_EQ (path, "");
+    EXPECT_EQ (findCommand (""), std::nullopt);
     EXPECT_EQ (logger.lines, Lines {});
 }

@@ -1,5 +1,4 @@
-#include "uninstall/FindUninstaller.h"
-
+#include "FoundUninstaller.h"
 #include "RecordingLogger.h"
 #include "ReplacedImport_windows.h"
 #include "SampleRegistry.h"
@@ -13,7 +12,9 @@
 
 using namespace TessaraWorks;
 
-static const auto rootPath = juce::String (uninstallRoot);
+static const juce::String rootPath (uninstallRoot);
+static const std::string root = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
+static const std::string openedRoot = "open " + root + " with 20019";
 
 /** A key that is there while it lives, below any hive and in any view. */
 class SampleKey
@@ -193,26 +194,24 @@ TEST (FindUninstallerInRegistry, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchi
     registry.add ({ "4", terminated (u"Orvex Studio"), terminated (u"C:\\behind.exe") });
 
     RegistryCalls registryCalls;
-    juce::String path;
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\studio.exe");
 
     EXPECT_EQ (registryCalls.calls,
-               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+               (Lines { openedRoot,
                         "enumerate key 1 at 0 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\1 with 20019",
+                        "open " + root + "\\1 with 20019",
                         "query key 2 for DisplayName into 2048",
                         "close key 2",
                         "enumerate key 1 at 1 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\2 with 20019",
+                        "open " + root + "\\2 with 20019",
                         "query key 3 for DisplayName into 2048",
                         "close key 3",
                         "enumerate key 1 at 2 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\3 with 20019",
+                        "open " + root + "\\3 with 20019",
                         "query key 4 for DisplayName into 2048",
                         "query key 4 for UninstallString into 2048",
                         "close key 1" }));
-    EXPECT_EQ (registryCalls.openKeys,
-               (std::map<int, std::string> { { 4, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\3" } }));
+    EXPECT_EQ (registryCalls.openKeys, (std::map<int, std::string> { { 4, root + "\\3" } }));
 }
 
 TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenItEndsAtAnEntryThatCannotBeOpened)
@@ -224,18 +223,15 @@ TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenItEndsAtAnEntryThatCannotBeOp
     registry.add ({ "2", terminated (u"Orvex Studio"), terminated (u"C:\\behind.exe") });
 
     RegistryCalls registryCalls;
-    juce::String path;
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
 
     EXPECT_EQ (registryCalls.calls,
-               (Lines { "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall with 20019",
+               (Lines { openedRoot,
                         "enumerate key 1 at 0 into 4096",
-                        "open SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\1 Locked with 20019",
+                        "open " + root + "\\1 Locked with 20019",
                         "close no key",
                         "close key 1" }));
-    EXPECT_EQ (logger.lines,
-               Lines { "Critical: Failed to open the Windows registry subkey: "
-                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\1 Locked" });
+    EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry subkey: " + root + "\\1 Locked" });
 }
 
 TEST (FindUninstallerInRegistry, TakesTheMatchThatTheRegistryEnumeratesFirst)
@@ -246,21 +242,18 @@ TEST (FindUninstallerInRegistry, TakesTheMatchThatTheRegistryEnumeratesFirst)
     registry.add ({ "sample a", terminated (u"Orvex Studio"), terminated (u"a") });
     registry.add ({ "Sample B", terminated (u"Orvex Studio"), terminated (u"B") });
 
-    HKEY root = nullptr;
-    ASSERT_EQ (RegOpenKeyExW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer(), 0, KEY_READ, &root), ERROR_SUCCESS);
+    HKEY rootKey = nullptr;
+    ASSERT_EQ (RegOpenKeyExW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer(), 0, KEY_READ, &rootKey), ERROR_SUCCESS);
     juce::String first;
     wchar_t name[256];
 
-    for (DWORD i = 0; first.isEmpty() && RegEnumKeyW (root, i, name, 256) == ERROR_SUCCESS; ++i)
+    for (DWORD i = 0; first.isEmpty() && RegEnumKeyW (rootKey, i, name, 256) == ERROR_SUCCESS; ++i)
         if (juce::String (name).startsWithIgnoreCase ("sample "))
             first = juce::String (name).getLastCharacters (1);
 
-    RegCloseKey (root);
+    RegCloseKey (rootKey);
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, first);
+    EXPECT_EQ (findCommand ("Orvex Studio"), first.toStdString());
 }
 
 TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
@@ -268,29 +261,21 @@ TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
     RecordingLogger logger;
     NoUninstallKey noKey;
 
-    juce::String path ("left by the caller");
-
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
-    EXPECT_EQ (path, "");
-    EXPECT_EQ (logger.lines,
-               Lines { "Critical: Failed to open the Windows registry key: "
-                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall" });
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
+    EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry key: " + root });
 }
 
 TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameEvenIfThatIsEmpty)
 {
     RecordingLogger logger;
     NoUninstallKey noOtherEntries;
-    const SampleKey root (HKEY_LOCAL_MACHINE, rootPath);
+    const SampleKey emptyRoot (HKEY_LOCAL_MACHINE, rootPath);
     SampleRegistry registry;
     registry.add ({ "Sample 1", {}, terminated (u"nameless") });
     registry.add ({ "Sample 2", terminated (u""), terminated (u"empty") });
     registry.add ({ "Sample 3", terminated (u"Orvex Studio"), terminated (u"studio") });
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("", path));
-    EXPECT_EQ (path, "empty");
+    EXPECT_EQ (findCommand (""), "empty");
     EXPECT_EQ (logger.lines, Lines {});
 }
 
@@ -308,15 +293,10 @@ TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
     binary.set (L"DisplayName", REG_BINARY, terminated (u"Gamma sample"));
     binary.set (L"UninstallString", REG_NONE, terminated (u"\"C:\\3.exe\""));
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller (juce::CharPointer_UTF8 ("\u2510\u2511"), path));
-    EXPECT_EQ (path, "C:");
-    EXPECT_TRUE (findUninstaller ("Alpha sample", path));
-    EXPECT_EQ (path, "%TEMP%\\uninstall.exe");
-    EXPECT_FALSE (findUninstaller ("Beta sample", path));
-    EXPECT_TRUE (findUninstaller ("Gamma sample", path));
-    EXPECT_EQ (path, "C:\\3.exe");
+    EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("\u2510\u2511")), "C:");
+    EXPECT_EQ (findCommand ("Alpha sample"), "%TEMP%\\uninstall.exe");
+    EXPECT_EQ (findCommand ("Beta sample"), std::nullopt);
+    EXPECT_EQ (findCommand ("Gamma sample"), "C:\\3.exe");
 }
 
 TEST (FindUninstallerInRegistry, ReadsANameOf2048BytesThatOtherTypesLeaveWithoutATerminator)
@@ -327,10 +307,7 @@ TEST (FindUninstallerInRegistry, ReadsANameOf2048BytesThatOtherTypesLeaveWithout
     key.set (L"DisplayName", REG_BINARY, unterminated (filling + u" sample"));
     key.set (L"UninstallString", REG_BINARY, unterminated (u"C:\\uni\"" + filling));
 
-    juce::String path;
-
-    EXPECT_TRUE (findUninstaller ("x sample", path));
-    EXPECT_EQ (path, "C:\\uni" + juce::String::repeatedString ("x", 1017));
+    EXPECT_EQ (findCommand ("x sample"), "C:\\uni" + std::string (1017, 'x'));
 }
 
 TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOf32BitPrograms)
@@ -347,8 +324,7 @@ TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOf32BitPrograms)
                ERROR_FILE_NOT_FOUND)
         << "the system has no view of its own for 32-bit programs";
 
-    juce::String path;
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
 }
 
 TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOfASingleUser)
@@ -356,6 +332,5 @@ TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOfASingleUser)
     const SampleKey key (HKEY_CURRENT_USER, rootPath + "\\Sample of a user");
     key.set (L"DisplayName", REG_SZ, terminated (u"Orvex Studio"));
 
-    juce::String path;
-    EXPECT_FALSE (findUninstaller ("Orvex Studio", path));
+    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
 }
