@@ -55,64 +55,58 @@ TEST_F (Commands, AreTwoBesideHelpAndVersion)
 
 TEST_F (Commands, StandInTheirOrderWithTheirTexts)
 {
-    struct Row
-    {
-        juce::String commandOption, argumentDescription, shortDescription, longDescription;
-    };
+    juce::StringArray texts;
 
-    const Row rows[] = {
-        { "--help|-h", "--help|-h", "Prints the list of commands", "" },
-        { "--version|-v", "--version|-v", "Prints the current version number", "" },
-        { "",
-          "",
-          "Completely cleans out all Tessara Works products from the system.",
-          "Completely cleans out all Tessara Works products from the system." },
-        { "--clean",
-          "--clean",
-          "Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}",
-          "Cleans out the target product from the local system for the current user." },
-    };
+    for (const auto& command : consoleApplication.getCommands())
+        texts.addArray (
+            { command.commandOption, command.argumentDescription, command.shortDescription, command.longDescription });
 
-    const auto& commands = consoleApplication.getCommands();
-    ASSERT_EQ (commands.size(), 4u);
+    EXPECT_EQ (texts,
+               juce::StringArray ({ "--help|-h",
+                                    "--help|-h",
+                                    "Prints the list of commands",
+                                    "",
 
-    for (size_t i = 0; i < 4; ++i)
-    {
-        EXPECT_EQ (commands[i].commandOption, rows[i].commandOption);
-        EXPECT_EQ (commands[i].argumentDescription, rows[i].argumentDescription);
-        EXPECT_EQ (commands[i].shortDescription, rows[i].shortDescription);
-        EXPECT_EQ (commands[i].longDescription, rows[i].longDescription);
-    }
+                                    "--version|-v",
+                                    "--version|-v",
+                                    "Prints the current version number",
+                                    "",
+
+                                    "",
+                                    "",
+                                    "Completely cleans out all Tessara Works products from the system.",
+                                    "Completely cleans out all Tessara Works products from the system.",
+
+                                    "--clean",
+                                    "--clean",
+                                    "Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}",
+                                    "Cleans out the target product from the local system for the current user." }));
 }
 
 TEST_F (Commands, CleanAllProductsUnlessToldOtherwise)
 {
-    EXPECT_EQ (chosenFor (""), cleanAllProducts);
-    EXPECT_EQ (chosenFor ("heavy"), cleanAllProducts);
-    EXPECT_EQ (chosenFor ("--clear=All"), cleanAllProducts);
-    EXPECT_EQ (chosenFor ("--CLEAN=All"), cleanAllProducts);
-    EXPECT_EQ (chosenFor ("--HELP"), cleanAllProducts);
-    EXPECT_EQ (chosenFor ("--Version"), cleanAllProducts);
-    EXPECT_EQ (chosenFor ("clean=All"), cleanAllProducts);
-    EXPECT_EQ (chosenFor ("--cleaning"), cleanAllProducts);
+    for (const auto* arguments :
+         { "", "heavy", "--clear=All", "--CLEAN=All", "--HELP", "--Version", "clean=All", "--cleaning" })
+        EXPECT_EQ (chosenFor (arguments), cleanAllProducts) << arguments;
 }
 
-TEST_F (Commands, MatchTheirOptionsAtAnyPosition)
+TEST_F (Commands, MatchTheirOptionsAtAnyPositionAndPreferHelpToVersionAndVersionToCleaning)
 {
-    EXPECT_EQ (chosenFor ("--help"), help);
-    EXPECT_EQ (chosenFor ("-h"), help);
-    EXPECT_EQ (chosenFor ("--version"), version);
-    EXPECT_EQ (chosenFor ("-v"), version);
-    EXPECT_EQ (chosenFor ("--clean"), cleanOneTarget);
-    EXPECT_EQ (chosenFor ("--clean=Content"), cleanOneTarget);
-    EXPECT_EQ (chosenFor ("word --other --clean=Content"), cleanOneTarget);
-}
+    const std::pair<juce::String, int> rows[] = {
+        { "--help", help },
+        { "-h", help },
+        { "--version", version },
+        { "-v", version },
+        { "--clean", cleanOneTarget },
+        { "--clean=Content", cleanOneTarget },
+        { "word --other --clean=Content", cleanOneTarget },
+        { "--clean=All --version", version },
+        { "--clean=Content -h", help },
+        { "--clean=Content --version --help", help },
+    };
 
-TEST_F (Commands, PreferHelpToVersionAndVersionToCleaning)
-{
-    EXPECT_EQ (chosenFor ("--clean=All --version"), version);
-    EXPECT_EQ (chosenFor ("--clean=Content -h"), help);
-    EXPECT_EQ (chosenFor ("--clean=Content --version --help"), help);
+    for (const auto& [arguments, command] : rows)
+        EXPECT_EQ (chosenFor (arguments), command) << arguments;
 }
 
 TEST_F (Commands, RunASessionOverAllProductsByDefault)

@@ -6,47 +6,51 @@
 
 using namespace TessaraWorks;
 
-TEST (ConfirmWithUser, TakesYInEitherCaseForAYes)
+/** Types the input, asks the given number of times, and returns what was shown, logged and answered. */
+static std::string ask (const std::string& input, int times = 1)
 {
-    for (const auto* input : { "y\n", "Y\n" })
-    {
-        const RecordingLogger logger;
-        const Console console (input);
+    const Console console (input);
+    RecordingLogger logger;
+    std::string dialogue;
+    size_t shownBefore = 0;
 
-        EXPECT_TRUE (confirmWithUser());
-        EXPECT_EQ (console.output(), "Y/n? ");
-        EXPECT_EQ (console.errors(), "");
-        EXPECT_EQ (logger.lines, Lines {});
+    for (int i = 0; i < times; ++i)
+    {
+        logger.lines.clear();
+        const auto answer = confirmWithUser();
+
+        dialogue += console.output().substr (shownBefore);
+        shownBefore = console.output().size();
+
+        for (const auto& line : logger.lines)
+            dialogue += "[" + line + "] ";
+
+        dialogue += answer ? "yes " : "no ";
     }
+
+    return dialogue + console.errors();
+}
+
+static const std::string yes = "Y/n? yes ";
+static const std::string no = "Y/n? [Info: Cleaning cancelled by the user.] no ";
+static const std::string again = "Y/n? ";
+
+TEST (ConfirmWithUser, TakesYInEitherCaseAndAnEmptyLineForAYes)
+{
+    EXPECT_EQ (ask ("y\n"), yes);
+    EXPECT_EQ (ask ("Y\n"), yes);
+    EXPECT_EQ (ask ("\n"), yes);
 }
 
 TEST (ConfirmWithUser, TakesNInEitherCaseForANoAndLogsIt)
 {
-    for (const auto* input : { "n\n", "N\n" })
-    {
-        const RecordingLogger logger;
-        const Console console (input);
-
-        EXPECT_FALSE (confirmWithUser());
-        EXPECT_EQ (console.output(), "Y/n? ");
-        EXPECT_EQ (console.errors(), "");
-        EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
-    }
-}
-
-TEST (ConfirmWithUser, TakesAnEmptyLineForAYes)
-{
-    const RecordingLogger logger;
-    const Console console ("\n");
-
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? ");
-    EXPECT_EQ (logger.lines, Lines {});
+    EXPECT_EQ (ask ("n\n"), no);
+    EXPECT_EQ (ask ("N\n"), no);
 }
 
 TEST (ConfirmWithUser, AsksAgainAndSaysNothingElseAfterAnyOtherLine)
 {
-    const char* const otherLines[] = {
+    const std::string otherLines[] = {
         "yes",
         "no",
         "YES",
@@ -76,24 +80,8 @@ TEST (ConfirmWithUser, AsksAgainAndSaysNothingElseAfterAnyOtherLine)
         "\xe3\x81\xaf\xe3\x81\x84",
         "\xf0\x9f\x91\x8d",
         "\xf0\x90\x81\x99", // a character whose lower 16 bits are those of Y
-    };
 
-    for (const auto* line : otherLines)
-    {
-        SCOPED_TRACE (line);
-        const RecordingLogger logger;
-        const Console console (std::string (line) + "\nn\n");
-
-        EXPECT_FALSE (confirmWithUser());
-        EXPECT_EQ (console.output(), "Y/n? Y/n? ");
-        EXPECT_EQ (console.errors(), "");
-        EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
-    }
-}
-
-TEST (ConfirmWithUser, AsksAgainAfterALineThatIsNoProperUtf8)
-{
-    const char* const otherLines[] = {
+        // What is no proper UTF-8:
         "\x80",                   // a lone continuation byte; C with cedilla in a DOS code page
         "\x80y",                  // the same in front of more
         "\x80 va bien, je pense", // more than any memory is rounded up by
@@ -104,37 +92,16 @@ TEST (ConfirmWithUser, AsksAgainAfterALineThatIsNoProperUtf8)
         "\xfb",                   // a sequence that is cut short
         "\xff",
         "\xed\xa0\x80", // half of a surrogate pair
+        std::string (100000, 'y'),
     };
 
-    for (const auto* line : otherLines)
-    {
-        SCOPED_TRACE (line);
-        const RecordingLogger logger;
-        const Console console (std::string (line) + "\nn\n");
-
-        EXPECT_FALSE (confirmWithUser());
-        EXPECT_EQ (console.output(), "Y/n? Y/n? ");
-        EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
-    }
-}
-
-TEST (ConfirmWithUser, LooksAtNothingBehindTheFirstNulCharacter)
-{
-    const RecordingLogger logger;
-    const Console console (std::string ("n\0\x80\n", 4));
-
-    EXPECT_FALSE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? ");
+    for (const auto& line : otherLines)
+        EXPECT_EQ (ask (line + "\nn\n"), again + no) << line;
 }
 
 TEST (ConfirmWithUser, AsksUntilThereIsAnAnswer)
 {
-    const RecordingLogger logger;
-    const Console console ("what\nwhy\nyes\ny\n");
-
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? Y/n? ");
-    EXPECT_EQ (logger.lines, Lines {});
+    EXPECT_EQ (ask ("what\nwhy\nyes\ny\n"), again + again + again + yes);
 }
 
 TEST (ConfirmWithUser, ReadsNoFurtherThanTheAnswer)
@@ -150,64 +117,24 @@ TEST (ConfirmWithUser, ReadsNoFurtherThanTheAnswer)
     EXPECT_EQ (rest, "rest");
 }
 
-TEST (ConfirmWithUser, ReadsALineOfAnyLengthToItsEnd)
+TEST (ConfirmWithUser, LooksAtNothingBehindTheFirstNulCharacterOfALine)
 {
-    const RecordingLogger logger;
-    const Console console (std::string (100000, 'y') + "\n" + std::string (100000, '\n').insert (0, "n"));
-
-    EXPECT_FALSE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+    EXPECT_EQ (ask (std::string ("n\0o\n", 4)), no);
+    EXPECT_EQ (ask (std::string ("n\0\x80\n", 4)), no);
+    EXPECT_EQ (ask (std::string ("\0n\n", 3)), yes);
 }
 
-TEST (ConfirmWithUser, SeesALineOnlyUpToItsFirstNulCharacter)
+TEST (ConfirmWithUser, SaysYesToEverythingOnceTheInputIsExhausted) { EXPECT_EQ (ask ("", 3), yes + yes + yes); }
+
+TEST (ConfirmWithUser, HonoursAnUnfinishedAnswerAtTheEndOfTheInputOnce)
 {
-    const RecordingLogger logger;
-    const Console console (std::string ("n\0o\n", 4) + std::string ("\0n\n", 3));
-
-    EXPECT_FALSE (confirmWithUser());
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
-}
-
-TEST (ConfirmWithUser, SaysYesToEverythingOnceTheInputIsExhausted)
-{
-    const RecordingLogger logger;
-    const Console console;
-
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? ");
-    EXPECT_EQ (logger.lines, Lines {});
-}
-
-TEST (ConfirmWithUser, HonoursAnUnfinishedYAtTheEndOfTheInput)
-{
-    const RecordingLogger logger;
-    const Console console ("y");
-
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? ");
-}
-
-TEST (ConfirmWithUser, HonoursAnUnfinishedNAtTheEndOfTheInputOnce)
-{
-    const RecordingLogger logger;
-    const Console console ("n");
-
-    EXPECT_FALSE (confirmWithUser());
-    EXPECT_TRUE (confirmWithUser()) << "the next question has only the end of the input";
-    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
-    EXPECT_EQ (logger.lines, Lines { "Info: Cleaning cancelled by the user." });
+    EXPECT_EQ (ask ("y", 2), yes + yes);
+    EXPECT_EQ (ask ("n", 2), no + yes);
 }
 
 TEST (ConfirmWithUser, SaysYesAtTheEndOfTheInputAfterAFinishedLineThatIsNoAnswer)
 {
-    const RecordingLogger logger;
-    const Console console ("maybe\n");
-
-    EXPECT_TRUE (confirmWithUser());
-    EXPECT_EQ (console.output(), "Y/n? Y/n? ");
+    EXPECT_EQ (ask ("maybe\n"), again + yes);
 }
 
 TEST (ConfirmWithUser, SaysYesWithoutReadingFromAnInputThatHasFailed)
