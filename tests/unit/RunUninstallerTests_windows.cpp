@@ -1,69 +1,51 @@
-#include "uninstall/RunUninstaller.h"
-
 #include "FastClock_windows.h"
-#include "RecordingLogger.h"
 #include "ReplacedImport_windows.h"
-#include "StubUninstaller.h"
-#include "TemporaryFolder.h"
-
-#include <gtest/gtest.h>
+#include "RunUninstallerFixture.h"
 
 using namespace TessaraWorks;
 
-TEST (RunUninstaller, PassesOnExitCodesOf32BitsEvenThatOfARunningProgram)
+TEST_F (RunUninstaller, PassesOnExitCodesOf32BitsEvenThatOfARunningProgram)
 {
     for (const juce::uint32 code : { 259u, 4294967295u })
     {
-        RecordingLogger logger;
-        TemporaryFolder folder;
         StubUninstaller stub (folder, "uninstall", { "exit " + juce::String (code) });
 
-        juce::uint32 exitCode = 99;
-
-        EXPECT_TRUE (runUninstaller (stub.getPath(), exitCode, "/SILENT"));
-        EXPECT_EQ (exitCode, code);
-        EXPECT_EQ (logger.lines, Lines {});
+        EXPECT_EQ (run (stub.getPath()), End (true, code));
     }
+
+    EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (RunUninstaller, WarnsWhenThereIsNoProgramToStart)
+TEST_F (RunUninstaller, WarnsWhenThereIsNoProgramToStart)
 {
-    TemporaryFolder folder;
     StubUninstaller stub (folder, "uninstall");
 
-    const juce::String paths[] = { "",
-                                   folder.getChildFile ("missing.exe").getFullPathName(),
-                                   stub.getPath() + " /ask",
-                                   folder.getFullPathName(),
-                                   folder.makeFile ("text.txt").getFullPathName(),
-                                   folder.makeFile ("text.exe").getFullPathName() };
-
-    for (const auto& path : paths)
+    for (const auto& path : { juce::String(),
+                              folder.getChildFile ("missing.exe").getFullPathName(),
+                              stub.getPath() + " /ask",
+                              folder.getFullPathName(),
+                              folder.makeFile ("text.txt").getFullPathName(),
+                              folder.makeFile ("text.exe").getFullPathName() })
         for (const auto* arguments : { "", "/SILENT" })
         {
-            RecordingLogger logger;
-            juce::uint32 exitCode = 99;
+            logger.lines.clear();
 
-            EXPECT_FALSE (runUninstaller (path, exitCode, arguments)) << path;
-            EXPECT_EQ (exitCode, 0u) << path;
+            EXPECT_EQ (run (path, arguments), End (false, 0)) << path;
             EXPECT_EQ (logger.lines, Lines { "Warning: Cleaner failed to launch the uninstaller." }) << path;
         }
 
     EXPECT_EQ (stub.getNotes(), Lines {});
 }
 
-TEST (RunUninstaller, StartsAProgramInAFolderOfLettersBeyondLatin)
+TEST_F (RunUninstaller, StartsAProgramInAFolderOfLettersBeyondLatin)
 {
-    TemporaryFolder folder;
     StubUninstaller stub (folder.getChildFile (juce::CharPointer_UTF8 ("\u97f3\u697d")), "uninstall");
 
-    juce::uint32 exitCode = 99;
-
-    EXPECT_TRUE (runUninstaller (stub.getPath(), exitCode, "/SILENT"));
-    EXPECT_EQ (stub.getNotes(), Lines { ("\"" + stub.getPath() + "\" /SILENT").toStdString() });
+    EXPECT_EQ (run (stub.getPath()), End (true, 0));
+    EXPECT_EQ (stub.getNotes(), Lines { stub.calledWith ("/SILENT") });
 }
 
-TEST (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
+TEST_F (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
 {
     static Lines calls;
     calls.clear();
@@ -91,15 +73,11 @@ TEST (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
             return FALSE;
         });
 
-    RecordingLogger logger;
-    juce::uint32 exitCode = 99;
-
-    EXPECT_FALSE (runUninstaller ("C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\", exitCode, "/SILENT"));
-    EXPECT_EQ (exitCode, 0u);
+    EXPECT_EQ (run ("C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\"), End (false, 0));
     EXPECT_EQ (calls, Lines { "\"C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\\" /SILENT" });
 }
 
-TEST (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
+TEST_F (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
 {
     static BOOL (*getExitCode) (HANDLE, DWORD*) = nullptr;
 
@@ -112,13 +90,8 @@ TEST (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
                                                                   });
     getExitCode = askLater.original;
 
-    RecordingLogger logger;
-    TemporaryFolder folder;
     StubUninstaller stub (folder, "uninstall", { "sleep 1000", "exit 3" });
 
-    juce::uint32 exitCode = 99;
-
-    EXPECT_FALSE (runUninstaller (stub.getPath(), exitCode, "/SILENT"));
-    EXPECT_EQ (exitCode, 3u);
+    EXPECT_EQ (run (stub.getPath()), End (false, 3));
     EXPECT_EQ (logger.lines, Lines { "Warning: Cleaner failed to launch the uninstaller." });
 }

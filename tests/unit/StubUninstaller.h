@@ -37,6 +37,12 @@ public:
 
     juce::String getPath() const { return program.getFullPathName(); }
 
+    /** What it notes when it is started with these arguments. */
+    std::string calledWith (const juce::String& arguments) const
+    {
+        return (getPath().quoted() + " " + arguments).toStdString();
+    }
+
     /** What the copy noted: for each start the command line, and "done" once its orders are obeyed. */
     std::vector<std::string> getNotes() const
     {
