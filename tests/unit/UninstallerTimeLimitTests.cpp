@@ -1,8 +1,8 @@
 #include "PreClean.h"
-#include "RecordingLogger.h"
 #include "SampleRegistry.h"
 #include "StubUninstaller.h"
 #include "TemporaryFolder.h"
+#include "UninstallLines.h"
 #include "products/OrvexStudioCleaner.h"
 #include "uninstall/RunUninstaller.h"
 
@@ -58,7 +58,7 @@ struct Launch
 TEST (UninstallerTimeLimit, Is20SecondsAndThenTheProgramGoesOnByItselfAndTheCleanerWithItsNextOne)
 {
     const auto onWindows = (juce::SystemStats::getOperatingSystemType() & juce::SystemStats::Windows) != 0;
-    const juce::uint32 codeOfRunningProgram = onWindows ? 259 : 0;
+    const auto codeOfRunningProgram = onWindows ? 259 : 0;
 
     LoggerOfThreads logger;
     TemporaryFolder folder;
@@ -79,7 +79,7 @@ TEST (UninstallerTimeLimit, Is20SecondsAndThenTheProgramGoesOnByItselfAndTheClea
     threads.emplace_back (
         [&]
         {
-            preClean<OrvexStudioCleaner> (result);
+            result = preClean<OrvexStudioCleaner>();
             studioLines = logger.getLinesOfThisThread();
         });
     version.waitForNotes (1);
@@ -96,29 +96,23 @@ TEST (UninstallerTimeLimit, Is20SecondsAndThenTheProgramGoesOnByItselfAndTheClea
     for (const auto& launch : launches)
     {
         EXPECT_FALSE (launch.finished);
-        EXPECT_EQ (launch.exitCode, codeOfRunningProgram);
+        EXPECT_EQ (launch.exitCode, static_cast<juce::uint32> (codeOfRunningProgram));
         EXPECT_GE (launch.milliseconds, 20000u);
         EXPECT_LT (launch.milliseconds, 23000u);
         EXPECT_EQ (launch.lines, Lines { "Warning: Cleaner failed to launch the uninstaller." });
     }
 
     EXPECT_EQ (studioLines,
-               (Lines { "Warning: Cleaner failed to launch the uninstaller.",
-                        "Info: Uninstaller exit code: " + std::to_string (codeOfRunningProgram),
-                        "Info: Existing Orvex software installation detected.",
-                        "Info: Please first uninstall this software using Add/Remove Programs.",
-                        "Info: You can also run the uninstaller directly: " + version.getPath().toStdString(),
-                        "Info: You can re-run this cleaner after Orvex has been uninstalled to clean up any final "
-                        "files.",
-                        "Info: Uninstaller exit code: 2" }));
-    EXPECT_FALSE (result.success);
+               notUninstalled ("Orvex", codeOfRunningProgram, version.getPath())
+                   + Lines { "Info: Uninstaller exit code: 2" });
+    EXPECT_EQ (result, stops);
     EXPECT_EQ (studio.getNotes().size(), 2u);
 
-    EXPECT_EQ (slow.getNotes(), Lines { ("\"" + slow.getPath() + "\" /SILENT").toStdString() });
+    EXPECT_EQ (slow.getNotes(), Lines { slow.calledWith ("/SILENT") });
 
     for (const auto* stub : { &version, &slow, &complaining })
     {
         stub->waitForNotes (2);
-        EXPECT_EQ (stub->getNotes(), (Lines { ("\"" + stub->getPath() + "\" /SILENT").toStdString(), "done" }));
+        EXPECT_EQ (stub->getNotes(), (Lines { stub->calledWith ("/SILENT"), "done" }));
     }
 }
