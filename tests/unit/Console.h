@@ -1,5 +1,7 @@
 #pragma once
 
+#include <juce_core/juce_core.h>
+
 #include <algorithm>
 #include <functional>
 #include <iostream>
@@ -28,8 +30,7 @@ public:
         std::cerr.rdbuf (oldErr);
     }
 
-    Console (const Console&) = delete;
-    Console& operator= (const Console&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (Console)
 
     /** What std::cout was given so far. */
     std::string output() const { return out.str(); }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <juce_core/juce_core.h>
+
 #include <string>
 #include <vector>
 
@@ -10,8 +12,7 @@ public:
     DeletionAttempts();
     ~DeletionAttempts();
 
-    DeletionAttempts (const DeletionAttempts&) = delete;
-    DeletionAttempts& operator= (const DeletionAttempts&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (DeletionAttempts)
 
     /** Returns the path of each attempt, in order. */
     std::vector<std::string> getPaths() const;

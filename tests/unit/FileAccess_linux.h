@@ -13,6 +13,5 @@ public:
     AfterFileAccess (const juce::File& file, std::function<void()> function);
     ~AfterFileAccess();
 
-    AfterFileAccess (const AfterFileAccess&) = delete;
-    AfterFileAccess& operator= (const AfterFileAccess&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (AfterFileAccess)
 };

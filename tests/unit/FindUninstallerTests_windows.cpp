@@ -36,8 +36,7 @@ public:
         RegDeleteKeyExW (hive, path.toWideCharPointer(), view, 0);
     }
 
-    SampleKey (const SampleKey&) = delete;
-    SampleKey& operator= (const SampleKey&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (SampleKey)
 
     void set (const wchar_t* name, DWORD type, const Bytes& data) const
     {
@@ -70,8 +69,7 @@ public:
             ADD_FAILURE() << "The uninstall entries of this machine are still in " << aside;
     }
 
-    NoUninstallKey (const NoUninstallKey&) = delete;
-    NoUninstallKey& operator= (const NoUninstallKey&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (NoUninstallKey)
 
 private:
     static LSTATUS copy (const juce::String& from, const juce::String& to)
@@ -107,8 +105,7 @@ class RegistryCalls
 public:
     RegistryCalls() { current = this; }
 
-    RegistryCalls (const RegistryCalls&) = delete;
-    RegistryCalls& operator= (const RegistryCalls&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (RegistryCalls)
 
     Lines calls;
 

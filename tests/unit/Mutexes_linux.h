@@ -1,5 +1,7 @@
 #pragma once
 
+#include <juce_core/juce_core.h>
+
 #include <functional>
 
 /** Stands in for the system's mutexes while it lives. Only the mutexes of the thread that made it
@@ -11,8 +13,7 @@ public:
     Mutexes();
     ~Mutexes();
 
-    Mutexes (const Mutexes&) = delete;
-    Mutexes& operator= (const Mutexes&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (Mutexes)
 
     /** Whether an attempt to lock one fails. */
     bool cannotBeLocked = false;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <juce_core/juce_core.h>
+
 #include <sys/resource.h>
 
 /** While it lives, the process can open neither a file nor a pipe, so that no program can be started
@@ -17,8 +19,7 @@ public:
 
     ~NoFreeFileHandles() { setrlimit (RLIMIT_NOFILE, &previous); }
 
-    NoFreeFileHandles (const NoFreeFileHandles&) = delete;
-    NoFreeFileHandles& operator= (const NoFreeFileHandles&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (NoFreeFileHandles)
 
 private:
     rlimit previous;

@@ -131,12 +131,17 @@ TEST_F (Cleaner, RemovesNamesOf255Characters)
         succeeded (1, 0, { "Info: Deleting directory: " + path (name), "Info: Directory deleted: " + path (name) }));
 }
 
+// Lets nobody see what is in a folder until the cleaner has taken its last step.
+static void closeFor (TestCleaner& cleaner, const std::string& path)
+{
+    chmod (path.c_str(), 0);
+    cleaner.after = [path] (const CleanResult&) { chmod (path.c_str(), 0700); };
+}
+
 TEST_F (Cleaner, FailsADirectoryWhoseContentsItMayNotSee)
 {
     folder.make ({ "directory/closed/file" });
-    const auto closed = path ("directory/closed");
-    chmod (closed.c_str(), 0);
-    cleaner.after = [&] (const CleanResult&) { chmod (closed.c_str(), 0700); };
+    closeFor (cleaner, path ("directory/closed"));
     listDirectories ({ "directory" });
 
     EXPECT_EQ (clean(),
@@ -148,9 +153,7 @@ TEST_F (Cleaner, FailsADirectoryWhoseContentsItMayNotSee)
 TEST_F (Cleaner, SkipsAnEntryThatItMayNotSee)
 {
     folder.make ({ "closed/directory/" });
-    const auto closed = path ("closed");
-    chmod (closed.c_str(), 0);
-    cleaner.after = [&] (const CleanResult&) { chmod (closed.c_str(), 0700); };
+    closeFor (cleaner, path ("closed"));
     listDirectories ({ "closed/directory" });
 
     EXPECT_EQ (

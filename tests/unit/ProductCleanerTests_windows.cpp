@@ -25,8 +25,7 @@ public:
 
     ~FileInUse() { CloseHandle (handle); }
 
-    FileInUse (const FileInUse&) = delete;
-    FileInUse& operator= (const FileInUse&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (FileInUse)
 
 private:
     const HANDLE handle;

@@ -20,8 +20,7 @@ public:
     RecordingLogger() { TessaraWorks::getLogger() = this; }
     ~RecordingLogger() override { TessaraWorks::getLogger() = previous; }
 
-    RecordingLogger (const RecordingLogger&) = delete;
-    RecordingLogger& operator= (const RecordingLogger&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (RecordingLogger)
 
     void write (juce::String text) override { lines.push_back (text.toStdString()); }
 

@@ -22,8 +22,7 @@ public:
     RecordingRegistry() { TessaraWorks::getRegistryTable() = this; }
     ~RecordingRegistry() override { TessaraWorks::getRegistryTable() = previous; }
 
-    RecordingRegistry (const RecordingRegistry&) = delete;
-    RecordingRegistry& operator= (const RecordingRegistry&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (RecordingRegistry)
 
     /** What is registered, in the order of enumeration. */
     std::vector<UninstallEntry> entries;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <juce_core/juce_core.h>
+
 #include <windows.h>
 
 #include <cstring>
@@ -22,8 +24,7 @@ public:
 
     ~ReplacedImport() { set (original); }
 
-    ReplacedImport (const ReplacedImport&) = delete;
-    ReplacedImport& operator= (const ReplacedImport&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (ReplacedImport)
 
 private:
     /** Finds the place of the executable's import table from which the function's address is read. */

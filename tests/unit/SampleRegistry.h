@@ -15,8 +15,7 @@ public:
     SampleRegistry();
     ~SampleRegistry();
 
-    SampleRegistry (const SampleRegistry&) = delete;
-    SampleRegistry& operator= (const SampleRegistry&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (SampleRegistry)
 
     void add (const UninstallEntry& entry);
 

@@ -32,8 +32,7 @@ public:
             juce::Thread::sleep (10);
     }
 
-    StubUninstaller (const StubUninstaller&) = delete;
-    StubUninstaller& operator= (const StubUninstaller&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (StubUninstaller)
 
     juce::String getPath() const { return program.getFullPathName(); }
 

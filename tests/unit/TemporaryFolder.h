@@ -9,8 +9,7 @@ public:
     TemporaryFolder() { folder.createDirectory(); }
     ~TemporaryFolder() { deleteEvenIfProtected (folder); }
 
-    TemporaryFolder (const TemporaryFolder&) = delete;
-    TemporaryFolder& operator= (const TemporaryFolder&) = delete;
+    JUCE_DECLARE_NON_COPYABLE (TemporaryFolder)
 
     operator const juce::File&() const { return folder; }
 
