@@ -1,4 +1,4 @@
-"""Where the build has its libraries from."""
+"""Where the build has its libraries from, and what it makes of the sources."""
 
 import os
 import re
@@ -71,3 +71,17 @@ def test_fetches_nothing_where_it_has_both(tmp_path):
 
     assert f"JUCE 7.0.5 in {option_of_native_build('ORVEX_JUCE_MODULES_DIR')}" in said
     assert not (tmp_path / "build" / "_deps").exists()
+
+
+def test_no_cleaner_throws_or_catches():
+    build = TOP / "build" / "native"
+    sources = sorted((TOP / "src" / "cleaning").glob("*.cpp"))
+    objects = [f"CMakeFiles/orvex_cleaner.dir/src/cleaning/{source.name}.o" for source in sources]
+    subprocess.run(["ninja", "-C", build, *objects], stdout=subprocess.DEVNULL, check=True)
+
+    needed = subprocess.run(
+        ["nm", "--undefined-only", *objects], cwd=build, stdout=subprocess.PIPE, text=True, check=True
+    )
+
+    assert "TessaraWorks" in needed.stdout
+    assert re.findall(r"__cxa_(?:throw|rethrow|begin_catch)\b", needed.stdout) == []
