@@ -16,7 +16,7 @@ def configured(folder: Path, git_config: str, *options: str) -> str:
     """What the configuration of a build says with this configuration of git alone."""
     (folder / "gitconfig").write_text(git_config)
     environment = {**os.environ, "GIT_CONFIG_GLOBAL": str(folder / "gitconfig")}
-    command = ["cmake", "-S", TOP, "-B", folder / "build", *options]
+    command = ["cmake", "-S", TOP, "-B", folder / "build", "-G", "Ninja", *options]
     run = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, env=environment)
     assert run.returncode == 0, run.stdout
     return run.stdout
