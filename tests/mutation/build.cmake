@@ -9,4 +9,3 @@ if (NOT WIN32)
 endif()
 
 cmake_language (DEFER CALL target_precompile_headers orvex_cleaner PRIVATE <juce_core/juce_core.h>)
-cmake_language (DEFER CALL target_precompile_headers UnitTests PRIVATE <juce_core/juce_core.h> <gtest/gtest.h>)
