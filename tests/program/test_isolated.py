@@ -112,7 +112,7 @@ def test_does_not_let_a_command_leave_its_root_folder(isolated, tmp_path):
     done = in_shell(isolated, tmp_path, "/bin/chroot / /bin/sh -c 'echo free'", *chroot)
 
     assert done.stdout == ""
-    assert done.stderr == "/bin/chroot: cannot change root directory to '/': Operation not permitted\n"
+    assert done.stderr.removeprefix("/bin/") == "chroot: cannot change root directory to '/': Operation not permitted\n"
 
 
 @pytest.mark.parametrize("order", ["/bin/rm -f /bin/given", "echo changed > /bin/given"])
