@@ -15,3 +15,6 @@ def value_of(pattern: str) -> str:
 VERSION = value_of(r"VERSION ([\d.]+)")
 BUILD_TAG = value_of(r'set \(ORVEX_CLEANER_BUILD_TAG "(.+)"\)')
 SUPPORT_ADDRESS = value_of(r'set \(ORVEX_CLEANER_SUPPORT_ADDRESS "(.+)"\)')
+
+# A package is made with its tools. Those of other systems give the program other bytes.
+IS_MADE_HERE = 'VERSION_ID="12"' in Path("/etc/os-release").read_text()
