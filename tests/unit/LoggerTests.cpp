@@ -138,49 +138,45 @@ TEST (LogLine, HasTheMessageAsItIs)
     }
 }
 
-TEST (LogFilter, SendsEachLevelWhereTheSettingsSay)
+constexpr auto allLevels = "[] at -1\n[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n";
+
+// A minimum level with the lines that pass it, logAllToFile, showTimestamps.
+using LogSettings = testing::TestWithParam<std::tuple<std::pair<LogLevel, const char*>, bool, bool>>;
+
+TEST_P (LogSettings, SendEachLevelWhereTheySay)
 {
-    const juce::String all = "[] at -1\n[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n";
+    const auto& [level, logAllToFile, showTimestamps] = GetParam();
+    const auto& [minimumLevel, passed] = level;
 
-    struct Row
-    {
-        LogLevel minimumLevel;
-        juce::String passed;
-    };
+    TestLogger logger;
+    logger.minimumLevel = minimumLevel;
+    logger.logAllToFile = logAllToFile;
+    logger.showTimestamps = showTimestamps;
+    logger.open();
 
-    const Row rows[] = {
-        { -1, all },
-        { Debug, "[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n" },
-        { Info, "[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n" },
-        { Warning, "[Warning] at 2\n[Critical] at 3\n[] at 4\n" },
-        { Critical, "[Critical] at 3\n[] at 4\n" },
-        { 5, "" },
-    };
+    for (const auto levelOfLine : { -1, 0, 1, 2, 3, 4 })
+        logger.log (levelOfLine, "at " + juce::String (levelOfLine));
 
-    for (const auto& row : rows)
-        for (const auto logAllToFile : { false, true })
-            for (const auto showTimestamps : { false, true })
-            {
-                SCOPED_TRACE (testing::Message() << "minimumLevel " << row.minimumLevel << ", logAllToFile "
-                                                 << logAllToFile << ", showTimestamps " << showTimestamps);
+    const juce::String tag (showTimestamps ? "STAMP[" : "[");
+    const auto shown = juce::String (passed).replace ("[", tag);
+    const auto filed = juce::String (logAllToFile ? allLevels : passed).replace ("[", tag).replace ("\n", "\r\n");
 
-                TestLogger logger;
-                logger.minimumLevel = row.minimumLevel;
-                logger.logAllToFile = logAllToFile;
-                logger.showTimestamps = showTimestamps;
-                logger.open();
-
-                for (const auto level : { -1, 0, 1, 2, 3, 4 })
-                    logger.log (level, "at " + juce::String (level));
-
-                const juce::String tag (showTimestamps ? "STAMP[" : "[");
-                const auto shown = row.passed.replace ("[", tag);
-                const auto filed = (logAllToFile ? all : row.passed).replace ("[", tag).replace ("\n", "\r\n");
-
-                EXPECT_EQ (withoutStamps (logger.shown()), shown.toStdString());
-                EXPECT_EQ (withoutStamps (logger.filed()), banner ("welcome") + filed.toStdString());
-            }
+    EXPECT_EQ (withoutStamps (logger.shown()), shown.toStdString());
+    EXPECT_EQ (withoutStamps (logger.filed()), banner ("welcome") + filed.toStdString());
 }
+
+INSTANTIATE_TEST_SUITE_P (
+    Logger,
+    LogSettings,
+    testing::Combine (
+        testing::Values (std::pair (-1, allLevels),
+                         std::pair (Debug, "[Debug] at 0\n[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n"),
+                         std::pair (Info, "[Info] at 1\n[Warning] at 2\n[Critical] at 3\n[] at 4\n"),
+                         std::pair (Warning, "[Warning] at 2\n[Critical] at 3\n[] at 4\n"),
+                         std::pair (Critical, "[Critical] at 3\n[] at 4\n"),
+                         std::pair (5, "")),
+        testing::Bool(),
+        testing::Bool()));
 
 TEST (LogFilter, FormatsNoMessageThatIsDropped)
 {
