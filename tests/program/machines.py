@@ -141,10 +141,10 @@ class Machine:
             revealed=shown,
         )
 
-    def run(self, *arguments: str, answers: str | bytes = b"", elevated: bool = True) -> Run:
+    def run(self, *arguments: str, answers: str | bytes = b"", elevated: bool = True, timeout: float = 120) -> Run:
         """Runs the program with these answers as its whole standard input."""
         with self.input(answers) as stdin:
-            return self.outcome(self.start(*arguments, elevated=elevated, stdin=stdin))
+            return self.outcome(self.start(*arguments, elevated=elevated, stdin=stdin), timeout)
 
     def input(self, answers: str | bytes):
         """A file of answers, open for reading."""
