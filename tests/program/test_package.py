@@ -618,8 +618,8 @@ def test_verifies_nothing_without_its_record(elsewhere, packed):
 @pytest.mark.parametrize(
     "recorded, forged, told",
     [
-        (r"lld-14 \(= \S+\)", "lld-14 (= 1:13.0)", r"the package was made with lld-14 1:13\.0, and here is 1:14\S+"),
-        (r"lld-14 \(= \S+\)", "lld-99 (= 1:99)", r"the package was made with lld-99 1:99, and here is none"),
+        (r"(lld-\d+) \(= \S+\)", r"\1 (= 1:9.0)", r"the package was made with lld-\d+ 1:9\.0, and here is 1:\d\d\S+"),
+        (r"lld-\d+ \(= \S+\)", "lld-99 (= 1:99)", r"the package was made with lld-99 1:99, and here is none"),
         (r"Commit: \S+", f"Commit: {'0' * 40}", f"commit {'0' * 40} is not in this repository"),
         (r"Commit: \S+", "Commit: ", r"\S+\.buildinfo names no commit"),
     ],
