@@ -28,6 +28,8 @@ REQUIRES_ADMINISTRATOR = b'level="requireAdministrator"'
 AS_INVOKER = b'level="asInvoker"'
 UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
 
+DESKTOP = "/desktop"  # the argument of Wine's Explorer that starts those of the folders
+
 CLOSED = object()  # the standard input of a program that is started without one
 
 STAMP = re.compile(r"\[(?:0|1?[1-9]|10|2[0-3]):[0-5]\d:[0-5]\d:(?:0|[1-9]\d{0,2})\](?=\[)")
@@ -81,9 +83,6 @@ class Machine:
         locations = (self.shared_data, self.program_files, self.user_data)
         paths = {path for location in locations for path in location.rglob("*")}
         return {path for path in paths if not any(path.is_relative_to(kept) for kept in self.kept_by_system)}
-
-    def restart(self) -> None:
-        """Starts the machine anew, if it is one that runs on."""
 
     def shown(self, path: Path) -> str:
         """The path as the program writes it."""
@@ -323,9 +322,6 @@ class Windows(Machine):
                 shutil.rmtree(folder, ignore_errors=True)
                 (self.c / f"{folder.name} aside").rename(folder)
 
-    def restart(self) -> None:
-        self.prepare()
-
     def shown(self, path: Path) -> str:
         return "C:\\" + str(path.relative_to(self.c)).replace("/", "\\")
 
@@ -393,16 +389,20 @@ class Windows(Machine):
         return prefix is not None and Path(f"{process}/root{prefix[1].decode()}").samefile(self.prefix)
 
     def explorers(self) -> dict[int, str]:
-        """The folders that Explorers of this Windows show, by process id."""
-        lines = {process: line for process, line in self.programs().items() if line[0].endswith("explorer.exe")}
-        return {process: line[1] for process, line in lines.items() if line[1:] and line[1][1:2] == ":"}
+        """What each Explorer of this Windows is there for, a folder or the desktop, by process id."""
+        programs = self.programs().items()
+        return {process: " ".join(arguments) for process, (file, *arguments) in programs if "explorer.exe" in file}
 
     def close_explorers(self) -> None:
-        for explorer in self.explorers():
-            os.kill(explorer, signal.SIGKILL)
+        for explorer, shown in self.explorers().items():
+            if shown != DESKTOP:
+                os.kill(explorer, signal.SIGKILL)
+
+        # The desktop's ends a second after the last of the others, and shows no folder any more until then.
+        assert wait_for(lambda: not self.explorers(), seconds=30)
 
     def shown_folders(self) -> list[str]:
-        return list(self.explorers().values())
+        return [shown for shown in self.explorers().values() if shown != DESKTOP]
 
     def make_undeletable(self, file: Path) -> None:
         file.chmod(0o444)  # Wine shows this as the read-only attribute, with which Windows deletes nothing
