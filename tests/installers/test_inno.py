@@ -89,7 +89,7 @@ def test_an_uninstaller_whose_application_is_running_waits_and_goes_on_once_that
     install_by_inno(windows, "Orvex Product Manager", "2.0", *MANAGER_FILES, options=("/DMutex=OrvexProductManager",))
     put(windows.shared_data, "TessaraWorks/OrvexProductManager/partial.bin")
 
-    with windows.beside("HoldMutex", "OrvexProductManager", says="running"):
+    with windows.held("mutex", "OrvexProductManager"):
         run_in_vain(windows, PRODUCT_MANAGER)
 
     press(windows, "Orvex Product Manager Uninstall", OK)

@@ -335,9 +335,9 @@ class Windows(Machine):
             assert image.count(REQUIRES_ADMINISTRATOR) == 1
             program = self.c / "tools" / "OrvexCleaner.exe"
             program.write_bytes(image.replace(REQUIRES_ADMINISTRATOR, AS_INVOKER.ljust(len(REQUIRES_ADMINISTRATOR))))
-            runners.append("C:\\tools\\RunUnelevated.exe")
+            runners += ["C:\\tools\\Run.exe", "unelevated"]
 
-        runners += [] if has_input else ["C:\\tools\\RunWithoutInput.exe"]
+        runners += [] if has_input else ["C:\\tools\\Run.exe", "without-input"]
         return self.entered("wine", *runners, self.shown(program), *arguments)
 
     def program_id(self, process: subprocess.Popen) -> int:
@@ -358,17 +358,17 @@ class Windows(Machine):
         return subprocess.Popen(self.entered("wine", name, *arguments), env=self.environment(), cwd=self.c, **options)
 
     @contextmanager
-    def beside(self, tool: str, *arguments: str, says: str):
-        """One of the tests' small programs runs meanwhile, from when it says so until its input ends."""
+    def held(self, kind: str, name: str):
+        """Another process keeps something from the program meanwhile; see Hold_windows.cpp for the kinds."""
         pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE, "text": True}
 
-        with self.tool(f"C:\\tools\\{tool}.exe", *arguments, **pipes) as process:
-            assert process.stdout.readline() == f"{says}\n"
+        with self.tool("C:\\tools\\Hold.exe", kind, name, **pipes) as process:
+            assert process.stdout.readline() == "held\n"
             yield
 
     def held_open(self, file: Path):
         """Keeps a file open in another process, which shares it with nobody."""
-        return self.beside("HoldOpen", self.shown(file), says="open")
+        return self.held("file", self.shown(file))
 
     def programs(self) -> dict[int, list[str]]:
         """The command lines of what runs in this Windows, by process id."""

@@ -233,7 +233,7 @@ def test_asks_nobody_where_there_is_no_console(windows, content, is_locked, exit
     if is_locked:
         windows.make_undeletable(content / "Legato.pack")
 
-    tool = windows.tool("C:\\tools\\RunWithoutConsole.exe", windows.shown(windows.program), "--clean=Content")
+    tool = windows.tool("C:\\tools\\Run.exe", "without-console", windows.shown(windows.program), "--clean=Content")
 
     assert tool.wait(timeout=60) == exit_code
     assert windows.log().startswith(LOG_BANNER + "[time][Info] Target: Content\n")

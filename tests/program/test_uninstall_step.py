@@ -308,7 +308,7 @@ def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_befo
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
     windows.register({"A": entry("Orvex version 1.4", "Orvex.exe"), "C": entry("Orvex Studio", "Orvex Studio.exe")})
 
-    with windows.beside("RefuseKey", f"{KEY}\\B", says="refused"):
+    with windows.held("key", f"{KEY}\\B"):
         run = clean(windows, ORVEX_STUDIO)
 
     steps = exited(0) + f"{NO_SUBKEY}B\n" + folder_deleted(windows.shown(studio))
@@ -322,7 +322,7 @@ def test_product_manager_is_removed_although_an_entry_cannot_be_opened(windows, 
     windows.place_uninstaller(uninstallers / "Orvex.exe")
     windows.register({"B": entry("Orvex Product Manager", "Orvex.exe")})
 
-    with windows.beside("RefuseKey", f"{KEY}\\A", says="refused"):
+    with windows.held("key", f"{KEY}\\A"):
         run = clean(windows, PRODUCT_MANAGER)
 
     steps = f"{NO_SUBKEY}A\n" + folder_deleted(windows.shown(folder))
