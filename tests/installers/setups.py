@@ -75,17 +75,6 @@ def clean_again(windows, product) -> Run:
     return clean(windows, product)
 
 
-def seconds_waited(windows) -> float:
-    """How long the last run waited for an uninstaller in vain, by its own time stamps."""
-    stamps = re.findall(
-        r"^(?:Y/n\? )?\[(\d+):(\d+):(\d+):(\d+)\]\[\w+\] (?:Cleaning: |Cleaner failed to launch)",
-        (windows.scratch / "console").read_text(),
-        re.MULTILINE,
-    )
-    began, ended = (int(h) * 3600 + int(m) * 60 + int(s) + int(ms) / 1000 for h, m, s, ms in stamps)
-    return (ended - began) % (24 * 3600)
-
-
 def wait_for_the_end_of_all(windows) -> None:
     """Waits until nothing is running any more but Windows' own programs."""
 

@@ -25,7 +25,7 @@ VST3 = "C:\\Program Files\\Common Files\\VST3"
 ENTRY = {"Orvex Studio 5": f'"{STUDIO}\\uninstall.exe"'}
 
 
-def test_an_uninstaller_that_asks_returns_at_once_and_loses_its_folder_but_not_its_entry(windows):
+def test_an_uninstaller_that_asks_returns_at_once_and_its_entry_stops_every_further_run(windows):
     install_by_nsis(windows, "Orvex Studio 5", *STUDIO_FILES)
     put(windows.user_data, "Orvex/recent.xml")
 
@@ -37,6 +37,13 @@ def test_an_uninstaller_that_asks_returns_at_once_and_loses_its_folder_but_not_i
     wait_for_the_end_of_all(windows)
     assert len(copies_of_nsis(windows)) == 1
     assert left(windows) == [VST3]
+    assert listed_programs(windows) == ENTRY
+
+    put(windows.user_data, "Orvex/recent.xml")
+    run = clean_again(windows, ORVEX_STUDIO)
+
+    assert run == failed(opening(ORVEX_STUDIO) + aborted(ORVEX_STUDIO, NOT_STARTED + advice("Orvex Studio")))
+    assert left(windows) == [VST3, windows.shown(windows.user_data / "Orvex/recent.xml")]
     assert listed_programs(windows) == ENTRY
 
 
@@ -55,19 +62,6 @@ def test_an_uninstaller_that_asks_removes_its_entry_when_it_is_answered_after_it
     wait_for_the_end_of_all(windows)
     assert left(windows) == [VST3]
     assert listed_programs(windows) == {}
-
-
-def test_an_entry_whose_uninstaller_has_gone_stops_every_further_run(windows):
-    install_by_nsis(windows, "Orvex Studio 5", *STUDIO_FILES)
-    clean(windows, ORVEX_STUDIO)
-    wait_for_the_end_of_all(windows)
-    put(windows.user_data, "Orvex/recent.xml")
-
-    run = clean_again(windows, ORVEX_STUDIO)
-
-    assert run == failed(opening(ORVEX_STUDIO) + aborted(ORVEX_STUDIO, NOT_STARTED + advice("Orvex Studio")))
-    assert left(windows) == [VST3, windows.shown(windows.user_data / "Orvex/recent.xml")]
-    assert listed_programs(windows) == ENTRY
 
 
 def test_an_uninstaller_that_is_silent_by_itself_removes_its_entry_after_the_program_has_gone_on(windows):
