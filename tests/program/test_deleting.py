@@ -1,65 +1,11 @@
 """What becomes of the content, whatever lies in its place."""
 
-import subprocess
-
 import pytest
 
-from machines import answer, contents_of, put, wait_for
+from machines import contents_of, put
 from products import CONTENT
 from runs import failed, succeeded
-from texts import QUESTION, not_removed, removed, removed_as_files
-
-
-# Windows only: on Linux, this is tried with every product.
-def test_removes_a_file_in_the_folders_place_and_warns(windows):
-    put(windows.content.parent, "Content")
-
-    run = windows.run("--clean=Content", answers="y\n\n")
-
-    assert run == succeeded(windows, QUESTION + removed_as_files(CONTENT, windows.shown(windows.content)))
-    assert not windows.content.exists()
-
-
-def test_removes_files_and_folders_of_any_name_and_leaves_the_neighbours_alone(machine):
-    content = machine.content
-    neighbours = [content.with_name("Content 2"), content.with_name("Contents"), machine.shared_data / "Content"]
-    names = ["two words", " blank", ".hidden", "...dots", "Ночь", "音楽", "é", "🎻", "x" * 255, "a&b;%c'd'"]
-
-    for name in names:
-        (content / "Folders" / name / "empty").mkdir(parents=True)
-        put(content, f"Folders/{name}/Legato.pack", f"Files/{name}")
-
-    for neighbour in neighbours:
-        neighbour.mkdir()
-
-    run = machine.run("--clean=Content", answers="y\n\n")
-
-    assert run == succeeded(machine, QUESTION + removed(CONTENT, machine.shown(content)))
-    assert not content.exists()
-    assert [neighbour.is_dir() for neighbour in neighbours] == [True, True, True]
-
-
-def set_attributes(windows, path, letters: str) -> None:
-    """Sets the attributes of these letters and sees that they are set."""
-    for letter in letters:
-        windows.carry_out("wine", "attrib", f"+{letter}", windows.shown(path))
-
-    shown, _ = windows.tool("attrib", windows.shown(path), stdout=subprocess.PIPE, text=True).communicate()
-    assert set(letters) <= set(shown.removesuffix(windows.shown(path) + "\n")), shown
-
-
-# Windows only: on Linux a hidden file is one whose name begins with a dot.
-def test_removes_hidden_files_and_system_files(windows):
-    content = windows.content
-    put(content, "Cache/index", "desktop.ini")
-    set_attributes(windows, content / "Cache", "H")
-    set_attributes(windows, content / "Cache" / "index", "H")
-    set_attributes(windows, content / "desktop.ini", "SH")
-
-    run = windows.run("--clean=Content", answers="y\n\n")
-
-    assert run == succeeded(windows, QUESTION + removed(CONTENT, "C:\\ProgramData\\TessaraWorks\\Content"))
-    assert not content.exists()
+from texts import QUESTION, not_removed, removed
 
 
 @pytest.mark.parametrize("undeletable", ["Legato.pack", "Packs/Strings/Legato.pack"])
@@ -94,31 +40,6 @@ def test_fails_at_an_undeletable_file_in_the_folders_place(machine):
 """
     )
     assert machine.content.read_text() == "data"
-
-
-# Windows only: Linux deletes a file although it is open.
-@pytest.mark.parametrize("held", ["Legato.pack", "Packs/Strings/Legato.pack"])
-def test_fails_at_a_file_that_another_program_holds_open(windows, held):
-    put(windows.content, held, "Favourites.playlist")
-
-    with windows.held_open(windows.content / held):
-        run = windows.run("--clean=Content", answers="y\n\n")
-
-    assert run == failed(QUESTION + not_removed(CONTENT, "C:\\ProgramData\\TessaraWorks\\Content"))
-    assert [path for path in contents_of(windows.content) if (windows.content / path).is_file()] == [held]
-    assert (windows.content / held).read_text() == "data"
-
-
-def test_ends_a_failed_run_without_waiting_for_the_user_and_does_not_show_its_log_file(machine):
-    put(machine.content, "Legato.pack")
-    machine.make_undeletable(machine.content / "Legato.pack")
-
-    with machine.start("--clean=Content", stdin=subprocess.PIPE) as process:
-        answer(process, b"y\n")
-        run = machine.outcome(process, timeout=10)
-
-    assert run == failed(QUESTION + not_removed(CONTENT, machine.shown(machine.content)))
-    assert wait_for(machine.shown_folders, seconds=1) == []
 
 
 # Windows only: on Linux the location is always known.
