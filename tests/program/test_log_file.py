@@ -1,7 +1,5 @@
 """The log file on the desktop."""
 
-import re
-
 import pytest
 
 from machines import contents_of, wait_for
@@ -10,30 +8,6 @@ from texts import BANNER, CANCELLED, LOG_BANNER, QUESTION, ending, without_promp
 
 DECLINED = QUESTION + CANCELLED
 SESSION = LOG_BANNER + without_prompts(DECLINED)
-
-
-def test_is_text_with_windows_line_ends_behind_a_banner_with_the_time_of_the_start(machine):
-    machine.run("--clean=Content", answers="n\n\n")
-
-    assert re.fullmatch(
-        rb"\r\n"
-        rb"\*{58}\r\n"
-        rb"Orvex Cleaner session starting\r\n"
-        rb"Log started: [1-9]\d? [A-Z][a-z]{2} \d{4} [1-9]\d?:\d\d:\d\d[ap]m\r\n"
-        rb"\r\n"
-        rb"\[\d{1,2}:\d\d:\d\d:\d{1,3}\]\[Info\] Target: Content\r\n"
-        rb"\[\d{1,2}:\d\d:\d\d:\d{1,3}\]\[Info\] Remove all Velantone content & playlist files\?\r\n"
-        rb"\[\d{1,2}:\d\d:\d\d:\d{1,3}\]\[Info\] Cleaning cancelled by the user\.\r\n",
-        machine.log_file.read_bytes(),
-    )
-
-
-def test_of_an_earlier_run_is_appended_to(machine):
-    first = machine.run("--clean=Content", answers="n\n\n")
-    second = machine.run("--clean=Content", answers="n\n\n")
-
-    assert first.log == SESSION
-    assert second == succeeded(machine, DECLINED, log=SESSION + SESSION, revealed=second.revealed)
 
 
 FIRST_LINES = "the first line\r\nthe second line\r\n"
