@@ -14,8 +14,7 @@ set (CMAKE_C_COMPILER_TARGET ${triple})
 set (CMAKE_CXX_COMPILER_TARGET ${triple})
 set (CMAKE_RC_COMPILER ${triple}-windres)
 
-# clang does not find the C++ library in Debian's folders by itself, nor does it define what GCC does for this
-# system: that types are compared by a function of the library.
+# clang does not find the C++ library in Debian's folders by itself.
 execute_process (
     COMMAND ${triple}-g++-posix -print-libgcc-file-name
     OUTPUT_VARIABLE libgcc
@@ -23,8 +22,7 @@ execute_process (
     COMMAND_ERROR_IS_FATAL ANY)
 get_filename_component (gcc_dir "${libgcc}" DIRECTORY)
 
-set (CMAKE_CXX_FLAGS_INIT
-    "-isystem ${gcc_dir}/include/c++ -isystem ${gcc_dir}/include/c++/${triple} -D__GXX_TYPEINFO_EQUALITY_INLINE=0")
+set (CMAKE_CXX_FLAGS_INIT "-isystem ${gcc_dir}/include/c++ -isystem ${gcc_dir}/include/c++/${triple}")
 set (CMAKE_C_FLAGS_RELEASE_INIT "-Os -ffunction-sections -fdata-sections")
 set (CMAKE_CXX_FLAGS_RELEASE_INIT "-Os -ffunction-sections -fdata-sections")
 set (CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE_INIT}" CACHE STRING "")
