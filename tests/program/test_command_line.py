@@ -19,8 +19,10 @@ ASK_FOR_HELP = [
     "--help",
     "-h",
     "-xh",
+    "-vh",
     "--help=me",
     "--version --help",
+    "--clean=Content -h",
     "--clean=wrong --help",
     "unknown words and then --help",
 ]
@@ -111,6 +113,7 @@ OFFERED = {
     "all products after nothing but unknown arguments": (UNKNOWN, ALL_DECLINED),
     "all products among unknown arguments": ([*UNKNOWN, "--clean=All", *UNKNOWN], ALL_DECLINED),
     "one product among unknown arguments": ([*UNKNOWN, "--clean=Content", *UNKNOWN], CONTENT_DECLINED),
+    "the first of two targets": (["--clean=Content", "--clean=All"], CONTENT_DECLINED),
     "without blanks and quotes around it": (["", "   ", ' "--clean=Content" ', "-1"], CONTENT_DECLINED),
     "with blanks inside of quotes": (['" --clean=Content"'], ALL_DECLINED),
 }

@@ -6,8 +6,6 @@
 #include "SampleRegistry.h"
 #include "app/Drivers.h"
 
-#include <algorithm>
-
 using namespace TessaraWorks;
 
 class Drivers : public DisposableMachine
@@ -96,22 +94,6 @@ TEST_F (Drivers, CleanTheirProductAndReplaceTheWholeResultOnAYes)
     }
 }
 
-TEST_F (Drivers, HandOnAFailure)
-{
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE (row.productName);
-        makeUndeletableFolder (row.folder);
-
-        EXPECT_EQ (run (row.driver, "y\n"), (CleanResult { false, 0, 0 }));
-
-        EXPECT_TRUE (row.folder.exists());
-        EXPECT_EQ (logger.lines.back(), "Info: " + row.productName + " encountered errors and could not be removed.");
-
-        deleteEvenIfProtected (row.folder);
-    }
-}
-
 TEST_F (Drivers, HaveTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
 {
     for (const auto& row : rows)
@@ -136,39 +118,4 @@ TEST_F (Drivers, HaveTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
         EXPECT_EQ (textsInRun, textsBefore + row.paths + 2); // and the product's name and the line
         EXPECT_EQ (countLiveTexts(), textsBefore);
     }
-}
-
-TEST_F (Drivers, OfTheStudioTakesAPluginThatIsAFile)
-{
-    const auto plugin = makeFile (programFiles.getChildFile ("Common Files/VST3/Orvex.vst3"));
-
-    EXPECT_EQ (run (cleanOrvexStudio, "y\n"), (CleanResult { true, 0, 1 }));
-
-    EXPECT_FALSE (plugin.exists());
-    EXPECT_EQ (std::count (logger.lines.begin(),
-                           logger.lines.end(),
-                           "Warning: Directory is actually a file, attempting to delete file..."),
-               1);
-}
-
-TEST_F (Drivers, OfTheCompanyTakesAllThatTheOthersHaveInSharedData)
-{
-    makeFolder (sharedData.getChildFile ("TessaraWorks/Content"));
-    makeFolder (sharedData.getChildFile ("TessaraWorks/Applications/VelantonePlayer"));
-    makeFolder (sharedData.getChildFile ("TessaraWorks/Plugins/Orvex"));
-
-    EXPECT_EQ (run (cleanCompany, "y\n"), (CleanResult { true, 1, 0 }));
-
-    EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
-    EXPECT_TRUE (sharedData.exists());
-}
-
-TEST_F (Drivers, OfTheMediaServerLeavesTheFoldersAroundItsOwn)
-{
-    makeFolder (sharedData.getChildFile ("TessaraWorks/Applications/VelantonePlayer"));
-
-    EXPECT_EQ (run (cleanVelantoneMediaServer, "y\n"), (CleanResult { true, 1, 0 }));
-
-    EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks/Applications/VelantonePlayer").exists());
-    EXPECT_TRUE (sharedData.getChildFile ("TessaraWorks/Applications").exists());
 }

@@ -8,6 +8,7 @@ TEST_F (Main, ClosesTheLogFileAndThenClearsTheLoggerAfterACommand)
 
     EXPECT_EQ (run ("--clean=Nothing"), 1);
     EXPECT_EQ (logger.lines, Lines { "Closed" });
+    EXPECT_TRUE (wasInPlace);
     EXPECT_EQ (getLogger(), nullptr);
 }
 

@@ -9,14 +9,17 @@
 /** The program's main function. */
 int programMain (int argc, char* argv[]);
 
-/** Runs the main function with one argument, beside a logger that notes whether it is still in its
-    place when its file is closed.
-*/
 class Main : public testing::Test
 {
 protected:
+    Main()
+    {
+        logger.onLine = [this] (const std::string&) { wasInPlace = TessaraWorks::getLogger() == &logger; };
+    }
+
     ~Main() override { TessaraWorks::consoleApplication = {}; }
 
+    /** Runs the main function with one argument. */
     static int run (std::string argument)
     {
         std::string program ("OrvexCleaner");
@@ -25,13 +28,8 @@ protected:
         return programMain (2, argv);
     }
 
-    class Logger : public RecordingLogger
-    {
-        void closeLogFile() override
-        {
-            lines.push_back (TessaraWorks::getLogger() == this ? "Closed" : "Closed too late");
-        }
-    };
+    /** Whether the logger was still in its place when its file was closed. */
+    bool wasInPlace = false;
 
-    Logger logger;
+    RecordingLogger logger;
 };

@@ -15,5 +15,6 @@ TEST_F (Main, ClosesTheLogFileAndThenClearsTheLoggerAfterARefusal)
     EXPECT_EQ (
         logger.lines,
         (Lines { "Critical: This application must be run with Administrator privileges. Aborting...", "Closed" }));
+    EXPECT_TRUE (wasInPlace);
     EXPECT_EQ (getLogger(), nullptr);
 }

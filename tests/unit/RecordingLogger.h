@@ -12,7 +12,8 @@ using Lines = std::vector<std::string>;
 inline std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
 
 /** Is the process-wide logger while it lives, and keeps what is logged as lines such as
-    "Info: Files removed: 0". Unlike the real one it drops nothing.
+    "Info: Files removed: 0", with what becomes of the log file among them. Unlike the real one it drops
+    nothing.
 */
 class RecordingLogger : public TessaraWorks::LogInterface
 {
@@ -22,26 +23,37 @@ public:
 
     JUCE_DECLARE_NON_COPYABLE (RecordingLogger)
 
-    void write (juce::String text) override { lines.push_back (text.toStdString()); }
+    void write (juce::String text) override { add (text.toStdString()); }
 
     void log (TessaraWorks::LogLevel level, juce::String message) override
     {
         static const char* const names[] = { "Debug", "Info", "Warning", "Critical" };
-        lines.push_back (std::string (names[level]) + ": " + message.toStdString());
-
-        if (onLine)
-            onLine (lines.back());
+        add (std::string (names[level]) + ": " + message.toStdString());
     }
 
-    void openLogFile (const juce::File&, const juce::String&, juce::int64) override {}
-    juce::String getLogFilePath() override { return {}; }
+    void openLogFile (const juce::File& file, const juce::String& welcomeMessage, juce::int64 limit) override
+    {
+        add ("Opened " + pathOf (file) + " with '" + welcomeMessage.toStdString() + "' and " + std::to_string (limit)
+             + " bytes");
+    }
 
-    /** All that was logged, in order. */
+    juce::String getLogFilePath() override { return {}; }
+    void closeLogFile() override { add ("Closed"); }
+
+    /** All that it was given, in order. */
     Lines lines;
 
-    /** Called with each line when it is logged, if set. */
+    /** Called with each line when it is there, if set. */
     std::function<void (const std::string&)> onLine;
 
 private:
+    void add (const std::string& line)
+    {
+        lines.push_back (line);
+
+        if (onLine)
+            onLine (line);
+    }
+
     TessaraWorks::LogInterface* const previous = TessaraWorks::getLogger();
 };
