@@ -1,86 +1,40 @@
 // The answers at the prompt. The input is the whole standard input, which the program asks as often
 // as there is something left, and twice after its end.
 
+#include "Console.h"
 #include "Expect.h"
 #include "RecordingLogger.h"
 #include "cleaning/ConfirmWithUser.h"
 
 #include <iostream>
-#include <sstream>
 #include <string>
+
+static const std::string never = "asks without end";
+
+//  The program
 
 struct NeverEnds
 {
 };
 
-/** A console that ends the asking at some point. */
-class BoundedConsole : public std::stringbuf
+static std::string programsDialogue (const Console& console)
 {
-public:
-    explicit BoundedConsole (size_t mostPrompts)
-        : promptsLeft (mostPrompts)
-    {
-    }
-
-private:
-    std::streamsize xsputn (const char* text, std::streamsize length) override
-    {
-        if (promptsLeft-- == 0)
-            throw NeverEnds();
-
-        return std::stringbuf::xsputn (text, length);
-    }
-
-    size_t promptsLeft;
-};
-
-/** Sends std::cout to a console while it lives, and lets the console's exception through. */
-class Redirection
-{
-public:
-    explicit Redirection (BoundedConsole& console)
-        : previous (std::cout.rdbuf (&console))
-    {
-        std::cout.exceptions (std::ios::badbit);
-    }
-
-    ~Redirection()
-    {
-        std::cout.exceptions (std::ios::goodbit);
-        std::cout.rdbuf (previous);
-    }
-
-    Redirection (const Redirection&) = delete;
-    Redirection& operator= (const Redirection&) = delete;
-
-private:
-    std::streambuf* const previous;
-};
-
-struct Asking
-{
-    std::string output;
-    std::string end; // yes, no, or never
-};
-
-//  The program
-
-static Asking ask (size_t mostPrompts)
-{
-    RecordingLogger logger;
-    BoundedConsole console (mostPrompts);
-    const Redirection redirection (console);
+    const RecordingLogger logger;
+    const auto shownBefore = console.output().size();
 
     try
     {
-        const auto isYes = TessaraWorks::confirmWithUser();
-        const auto log = logger.lines.empty() ? "" : logger.lines.front();
+        const auto answer = TessaraWorks::confirmWithUser() ? "yes" : "no";
+        auto dialogue = console.output().substr (shownBefore);
 
-        return { console.str(), (isYes ? "yes, " : "no, ") + std::to_string (logger.lines.size()) + " lines " + log };
+        for (const auto& line : logger.lines)
+            dialogue += "[" + line + "] ";
+
+        return dialogue + answer;
     }
     catch (const NeverEnds&)
     {
-        return { {}, "never" };
+        return never;
     }
 }
 
@@ -104,49 +58,52 @@ struct Input
     }
 };
 
-static Asking modelsAsking (Input& input)
+static std::string modelsDialogue (Input& input)
 {
-    Asking asking;
+    std::string dialogue;
     std::string line;
 
     for (;;)
     {
         const auto hadEnded = input.hasEnded;
-        asking.output += "Y/n? ";
+        dialogue += "Y/n? ";
         input.readInto (line);
         const auto text = line.substr (0, line.find ('\0'));
 
         if (text.empty() || text == "y" || text == "Y")
-            return { asking.output, "yes, 0 lines " };
+            return dialogue + "yes";
 
         if (text == "n" || text == "N")
-            return { asking.output, "no, 1 lines Info: Cleaning cancelled by the user." };
+            return dialogue + "[Info: Cleaning cancelled by the user.] no";
 
         if (hadEnded)
-            return { {}, "never" };
+            return never;
     }
 }
 
 int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     Input model { { data, data + size } };
-    std::istringstream input (model.text);
-    auto* const previous = std::cin.rdbuf (input.rdbuf());
+    Console console (model.text);
+    auto promptsLeft = size + 4; // one for each line at most, and for the askings after the end
+    console.onFlush = [&]
+    {
+        if (promptsLeft-- == 0)
+            throw NeverEnds();
+    };
+    std::cout.exceptions (std::ios::badbit); // lets the exception through
 
     for (int askingsAfterEnd = 0; askingsAfterEnd < 2;)
     {
         askingsAfterEnd += model.hasEnded ? 1 : 0;
 
-        const auto expected = modelsAsking (model);
-        const auto actual = ask (size + 2);
+        const auto expected = modelsDialogue (model);
+        expectEqual ("The dialogue", programsDialogue (console), expected);
 
-        expectEqual ("The prompts", actual.output, expected.output);
-        expectEqual ("The answer", actual.end, expected.end);
-
-        if (expected.end == "never")
+        if (expected == never)
             break;
     }
 
-    std::cin.rdbuf (previous);
+    std::cout.exceptions (std::ios::goodbit);
     return 0;
 }

@@ -36,7 +36,7 @@ public:
     std::string output() const { return out.str(); }
 
     /** What of it the user sees: all up to the last flush. */
-    std::string visibleOutput() const { return out.visible; }
+    std::string visibleOutput() const { return output().substr (0, out.visibleLength); }
 
     /** What std::cerr was given so far. */
     std::string errors() const { return err.str(); }
@@ -84,7 +84,7 @@ private:
 
         int sync() override
         {
-            visible = str();
+            visibleLength = static_cast<size_t> (pptr() - pbase());
 
             if (onFlush)
                 onFlush();
@@ -92,7 +92,7 @@ private:
             return 0;
         }
 
-        std::string visible;
+        size_t visibleLength = 0;
         const std::function<void()>& onFlush;
     };
 
