@@ -65,19 +65,6 @@ TEST_F (Cleaner, TellsPathsApartThatDifferInCase)
     EXPECT_EQ (cleaner.directories.size(), 2);
 }
 
-TEST_F (Cleaner, RemovesAListedLinkToADirectoryAndKeepsTheDirectory)
-{
-    folder.make ({ "target/file" });
-    folder.getChildFile ("target").createSymbolicLink (folder.getChildFile ("link"), false);
-    listDirectories ({ "link" });
-
-    EXPECT_EQ (clean(),
-               succeeded (1,
-                          0,
-                          { "Info: Deleting directory: " + path ("link"), "Info: Directory deleted: " + path ("link") },
-                          { "target/file" }));
-}
-
 TEST_F (Cleaner, RemovesAListedLinkToAFileAndKeepsTheFile)
 {
     folder.makeFile ("target").createSymbolicLink (folder.getChildFile ("link"), false);
@@ -97,27 +84,6 @@ TEST_F (Cleaner, SkipsAListedLinkThatPointsNowhere)
     listDirectories ({ "link" });
 
     EXPECT_EQ (clean(), succeeded (0, 0, { "Debug: Skipping directory not found: " + path ("link") }, { "link" }));
-}
-
-TEST_F (Cleaner, RemovesTheLinksInATreeAndKeepsWhatTheyPointTo)
-{
-    folder.make ({ "target/inner/file", "target file", "tree/inner/" });
-
-    const auto link = [&] (const juce::String& place, const juce::String& target)
-    { folder.getChildFile (target).createSymbolicLink (folder.getChildFile (place), false); };
-
-    link ("tree/to folder", "target");
-    link ("tree/inner/to folder", "target");
-    link ("tree/to file", "target file");
-    link ("tree/to nothing", "missing");
-    link ("tree/to the tree itself", "tree");
-    listDirectories ({ "tree" });
-
-    EXPECT_EQ (clean(),
-               succeeded (1,
-                          0,
-                          { "Info: Deleting directory: " + path ("tree"), "Info: Directory deleted: " + path ("tree") },
-                          { "target file", "target/inner/file" }));
 }
 
 TEST_F (Cleaner, RemovesNamesOf255Characters)

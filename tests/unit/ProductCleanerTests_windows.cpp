@@ -2,9 +2,6 @@
 
 #include <windows.h>
 
-#include <memory>
-#include <thread>
-
 using namespace TessaraWorks;
 
 // Keeps a file open, for nobody else to touch.
@@ -42,17 +39,6 @@ TEST_F (Cleaner, TakesPathsThatDifferInCaseForOneAndKeepsTheFirst)
             1, 0, { "Info: Deleting directory: " + path ("PRODUCT"), "Info: Directory deleted: " + path ("PRODUCT") }));
 }
 
-TEST_F (Cleaner, FailsAFileThatIsOpenInAnotherApplication)
-{
-    const FileInUse open (folder.makeFile ("file"));
-    listDirectories ({ "file" });
-
-    EXPECT_EQ (clean(),
-               failed ({ "Warning: Directory is actually a file, attempting to delete file...",
-                         "Critical: Unable to delete file: " + path ("file") },
-                       { "file" }));
-}
-
 TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheRest)
 {
     folder.make ({ "tree/a/file", "tree/m/file", "tree/z/file" });
@@ -63,36 +49,6 @@ TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheR
                failed ({ "Info: Deleting directory: " + path ("tree"),
                          "Critical: Unable to delete directory: " + path ("tree") },
                        { "tree/m/file" }));
-}
-
-TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenedHalfWayAndRemovesTheRest)
-{
-    const auto tree = folder.makeFolder ("tree");
-
-    for (int number = 0; number < 1000; ++number)
-        tree.getChildFile (juce::String (number)).create();
-
-    const auto files = tree.findChildFiles (juce::File::findFiles, false);
-    const auto first = files.getFirst();
-    const auto last = files.getLast();
-    listDirectories ({ "tree" });
-
-    std::unique_ptr<FileInUse> open;
-    std::thread other (
-        [&]
-        {
-            while (first.exists())
-                ;
-
-            open = std::make_unique<FileInUse> (last);
-        });
-    const auto outcome = clean();
-    other.join();
-
-    EXPECT_EQ (outcome,
-               failed ({ "Info: Deleting directory: " + path ("tree"),
-                         "Critical: Unable to delete directory: " + path ("tree") },
-                       { ("tree/" + last.getFileName()).toStdString() }));
 }
 
 TEST_F (Cleaner, ClearsNoReadOnlyAttribute)
