@@ -1,6 +1,7 @@
 #include "FoundUninstaller.h"
 #include "RecordingLogger.h"
 #include "ReplacedImport_windows.h"
+#include "SampleKey_windows.h"
 #include "SampleRegistry.h"
 
 #include <gtest/gtest.h>
@@ -15,43 +16,6 @@ using namespace TessaraWorks;
 static const juce::String rootPath (uninstallRoot);
 static const std::string root = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 static const std::string openedRoot = "open " + root + " with 20019";
-
-/** A key that is there while it lives, below any hive and in any view. */
-class SampleKey
-{
-public:
-    SampleKey (HKEY hiveToUse, const juce::String& pathToUse, REGSAM viewToUse = 0)
-        : hive (hiveToUse)
-        , path (pathToUse)
-        , view (viewToUse)
-    {
-        const auto result = RegCreateKeyExW (
-            hive, path.toWideCharPointer(), 0, nullptr, 0, KEY_ALL_ACCESS | view, nullptr, &key, nullptr);
-        EXPECT_EQ (result, ERROR_SUCCESS) << path;
-    }
-
-    ~SampleKey()
-    {
-        RegCloseKey (key);
-        RegDeleteKeyExW (hive, path.toWideCharPointer(), view, 0);
-    }
-
-    JUCE_DECLARE_NON_COPYABLE (SampleKey)
-
-    void set (const wchar_t* name, DWORD type, const Bytes& data) const
-    {
-        EXPECT_EQ (
-            RegSetValueExW (
-                key, name, 0, type, reinterpret_cast<const BYTE*> (data.data()), static_cast<DWORD> (data.size())),
-            ERROR_SUCCESS);
-    }
-
-private:
-    const HKEY hive;
-    const juce::String path;
-    const REGSAM view;
-    HKEY key = nullptr;
-};
 
 /** While it lives, the uninstall key is not there. It comes back with all it held. */
 class NoUninstallKey
@@ -231,28 +195,6 @@ TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenItEndsAtAnEntryThatCannotBeOp
     EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry subkey: " + root + "\\1 Locked" });
 }
 
-TEST (FindUninstallerInRegistry, TakesTheMatchThatTheRegistryEnumeratesFirst)
-{
-    SampleRegistry registry;
-    registry.add ({ "Sample z", terminated (u"Orvex Studio"), terminated (u"z") });
-    registry.add ({ "Sample M", terminated (u"Orvex Studio"), terminated (u"M") });
-    registry.add ({ "sample a", terminated (u"Orvex Studio"), terminated (u"a") });
-    registry.add ({ "Sample B", terminated (u"Orvex Studio"), terminated (u"B") });
-
-    HKEY rootKey = nullptr;
-    ASSERT_EQ (RegOpenKeyExW (HKEY_LOCAL_MACHINE, rootPath.toWideCharPointer(), 0, KEY_READ, &rootKey), ERROR_SUCCESS);
-    juce::String first;
-    wchar_t name[256];
-
-    for (DWORD i = 0; first.isEmpty() && RegEnumKeyW (rootKey, i, name, 256) == ERROR_SUCCESS; ++i)
-        if (juce::String (name).startsWithIgnoreCase ("sample "))
-            first = juce::String (name).getLastCharacters (1);
-
-    RegCloseKey (rootKey);
-
-    EXPECT_EQ (findCommand ("Orvex Studio"), first.toStdString());
-}
-
 TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
 {
     RecordingLogger logger;
@@ -294,17 +236,6 @@ TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
     EXPECT_EQ (findCommand ("Alpha sample"), "%TEMP%\\uninstall.exe");
     EXPECT_EQ (findCommand ("Beta sample"), std::nullopt);
     EXPECT_EQ (findCommand ("Gamma sample"), "C:\\3.exe");
-}
-
-TEST (FindUninstallerInRegistry, ReadsANameOf2048BytesThatOtherTypesLeaveWithoutATerminator)
-{
-    const std::u16string filling (1017, u'x');
-
-    const SampleKey key (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 1");
-    key.set (L"DisplayName", REG_BINARY, unterminated (filling + u" sample"));
-    key.set (L"UninstallString", REG_BINARY, unterminated (u"C:\\uni\"" + filling));
-
-    EXPECT_EQ (findCommand ("x sample"), "C:\\uni" + std::string (1017, 'x'));
 }
 
 TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOf32BitPrograms)

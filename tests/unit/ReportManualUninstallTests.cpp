@@ -7,22 +7,6 @@
 
 using namespace TessaraWorks;
 
-TEST (ReportManualUninstall, NamesAnUninstallerThatIsAFile)
-{
-    RecordingLogger logger;
-    TemporaryFolder folder;
-    const auto path = folder.makeFile ("a folder/un install.exe").getFullPathName();
-
-    reportManualUninstall ("Orvex Studio", path);
-
-    EXPECT_EQ (logger.lines,
-               (Lines { "Info: Existing Orvex Studio software installation detected.",
-                        "Info: Please first uninstall this software using Add/Remove Programs.",
-                        "Info: You can also run the uninstaller directly: " + path.toStdString(),
-                        "Info: You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any "
-                        "final files." }));
-}
-
 TEST (ReportManualUninstall, PrintsThePathAsItCame)
 {
     RecordingLogger logger;

@@ -58,15 +58,3 @@ TEST_F (RunUninstaller, ShowsNothingOfWhatTheProgramPrints)
     EXPECT_EQ (testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ (logger.lines, Lines {});
 }
-
-TEST_F (RunUninstaller, WaitsForAProgramThatTakesItsTime)
-{
-    StubUninstaller stub (folder, "uninstall", { "sleep 1500", "exit 3" });
-
-    const auto start = juce::Time::getMillisecondCounter();
-
-    EXPECT_EQ (run (stub.getPath()), End (true, 3));
-    EXPECT_GE (juce::Time::getMillisecondCounter() - start, 1500u);
-    EXPECT_EQ (stub.getNotes().back(), "done");
-    EXPECT_EQ (logger.lines, Lines {});
-}

@@ -1,32 +1,20 @@
 #include "SampleRegistry.h"
 
-#include <gtest/gtest.h>
+#include "SampleKey_windows.h"
 
-#include <windows.h>
-
-#include <vector>
+#include <list>
 
 struct SampleRegistry::Implementation
 {
-    std::vector<juce::String> keyPaths;
+    std::list<SampleKey> keys;
 };
 
-static void setValue (HKEY key, const wchar_t* name, const std::optional<Bytes>& value)
+// A text without a terminator goes in as REG_BINARY: to the other type, the system may add one.
+static DWORD typeOf (const Bytes& value)
 {
-    if (! value)
-        return;
-
-    // A text without a terminator goes in as REG_BINARY: to the other type, the system may add one.
-    const auto size = value->size();
-    const auto isTerminated = size >= 2 && size % 2 == 0 && value->substr (size - 2) == Bytes (2, '\0');
-
-    ASSERT_EQ (RegSetValueExW (key,
-                               name,
-                               0,
-                               isTerminated ? REG_SZ : REG_BINARY,
-                               reinterpret_cast<const BYTE*> (value->data()),
-                               static_cast<DWORD> (size)),
-               ERROR_SUCCESS);
+    const auto size = value.size();
+    const auto isTerminated = size >= 2 && size % 2 == 0 && value.substr (size - 2) == Bytes (2, '\0');
+    return isTerminated ? REG_SZ : REG_BINARY;
 }
 
 SampleRegistry::SampleRegistry()
@@ -34,27 +22,15 @@ SampleRegistry::SampleRegistry()
 {
 }
 
-SampleRegistry::~SampleRegistry()
-{
-    for (const auto& path : implementation->keyPaths)
-        RegDeleteTreeW (HKEY_LOCAL_MACHINE, path.toWideCharPointer());
-}
+SampleRegistry::~SampleRegistry() = default;
 
 void SampleRegistry::add (const UninstallEntry& entry)
 {
-    const auto path = uninstallRoot + ("\\" + entry.keyName);
-    HKEY key = nullptr;
-    DWORD disposition = 0;
+    const auto& key = implementation->keys.emplace_back (HKEY_LOCAL_MACHINE, uninstallRoot + ("\\" + entry.keyName));
 
-    ASSERT_EQ (
-        RegCreateKeyExW (
-            HKEY_LOCAL_MACHINE, path.toWideCharPointer(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, &disposition),
-        ERROR_SUCCESS);
-    ASSERT_EQ (disposition, static_cast<DWORD> (REG_CREATED_NEW_KEY)) << path;
+    if (entry.displayName)
+        key.set (L"DisplayName", typeOf (*entry.displayName), *entry.displayName);
 
-    implementation->keyPaths.push_back (path);
-
-    setValue (key, L"DisplayName", entry.displayName);
-    setValue (key, L"UninstallString", entry.uninstallString);
-    RegCloseKey (key);
+    if (entry.uninstallString)
+        key.set (L"UninstallString", typeOf (*entry.uninstallString), *entry.uninstallString);
 }

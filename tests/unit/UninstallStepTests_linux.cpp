@@ -81,14 +81,3 @@ TEST_F (UninstallByTable, OfTheStudioFailsWithTheFirstStartAlthoughTheSecondLook
 
     EXPECT_EQ (logger.lines, notUninstalled ("Orvex", 0) + Lines { rootRefused });
 }
-
-TEST_F (UninstallByTable, OfTheStudioLeavesOneKeyOpenForEachProductFound)
-{
-    registry.entries = { { "Else", terminated (u"Something else"), {} },
-                         { "Version", terminated (u"Orvex version 4"), terminated (stub.getPath()) },
-                         { "Studio", terminated (u"Orvex Studio"), terminated (stub.getPath()) } };
-
-    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
-
-    EXPECT_EQ (registry.getOpenKeys(), (Lines { root + "\\Version", root + "\\Studio" }));
-}

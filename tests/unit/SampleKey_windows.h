@@ -1,0 +1,47 @@
+#pragma once
+
+#include "UninstallEntry.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+/** A new key that is there while it lives, below any hive and in any view. */
+class SampleKey
+{
+public:
+    SampleKey (HKEY hiveToUse, const juce::String& pathToUse, REGSAM viewToUse = 0)
+        : hive (hiveToUse)
+        , path (pathToUse)
+        , view (viewToUse)
+    {
+        DWORD disposition = 0;
+        EXPECT_EQ (
+            RegCreateKeyExW (
+                hive, path.toWideCharPointer(), 0, nullptr, 0, KEY_ALL_ACCESS | view, nullptr, &key, &disposition),
+            ERROR_SUCCESS);
+        EXPECT_EQ (disposition, static_cast<DWORD> (REG_CREATED_NEW_KEY)) << path;
+    }
+
+    ~SampleKey()
+    {
+        RegCloseKey (key);
+        RegDeleteKeyExW (hive, path.toWideCharPointer(), view, 0);
+    }
+
+    JUCE_DECLARE_NON_COPYABLE (SampleKey)
+
+    void set (const wchar_t* name, DWORD type, const Bytes& data) const
+    {
+        EXPECT_EQ (
+            RegSetValueExW (
+                key, name, 0, type, reinterpret_cast<const BYTE*> (data.data()), static_cast<DWORD> (data.size())),
+            ERROR_SUCCESS);
+    }
+
+private:
+    const HKEY hive;
+    const juce::String path;
+    const REGSAM view;
+    HKEY key = nullptr;
+};
