@@ -80,6 +80,28 @@ TEST_F (OrvexStudioUninstall, RunsTheTwoUninstallersOneBehindTheOther)
     EXPECT_EQ (logger.lines, (Lines { "Info: Uninstaller exit code: 1", "Info: Uninstaller exit code: 2" }));
 }
 
+TEST_F (OrvexStudioUninstall, RunsTheSecondUninstallerAloneWhenTheFirstIsNotRegistered)
+{
+    StubUninstaller studio (folder, "studio", { "exit 2" });
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
+
+    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
+
+    EXPECT_EQ (studio.getNotes(), (Lines { studio.calledWith ("/SILENT"), "done" }));
+    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 2" });
+}
+
+TEST_F (OrvexStudioUninstall, RunsAnUninstallerTwiceWhoseNameHasBothFragments)
+{
+    StubUninstaller stub (folder, "uninstall");
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio, Orvex version 4"), terminated (stub.getPath()) });
+
+    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
+
+    EXPECT_EQ (stub.getNotes(), (Lines { stub.calledWith ("/SILENT"), stub.calledWith ("/SILENT") }));
+    EXPECT_EQ (logger.lines, (Lines { "Info: Uninstaller exit code: 0", "Info: Uninstaller exit code: 0" }));
+}
+
 TEST_F (ProductManagerUninstall, RunsTheOneUninstallerOfTheProduct)
 {
     StubUninstaller other (folder, "other");

@@ -10,13 +10,29 @@
 
 using namespace TessaraWorks;
 
-TEST (UninstallOnWindows, OfTheStudioAdvisesTwiceWhenBothUninstallersOutlastTheLimit)
+class UninstallOnWindows : public testing::Test
 {
+protected:
     RecordingLogger logger;
     TemporaryFolder folder;
+    SampleRegistry registry;
+};
+
+TEST_F (UninstallOnWindows, OfTheStudioRunsAnUninstallerOnceThatRemovesItsEntry)
+{
+    StubUninstaller stub (folder, "uninstall", { "remove-key " + juce::String (uninstallRoot) + "\\Sample 1" });
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio, Orvex version 4"), terminated (stub.getPath()) });
+
+    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
+
+    EXPECT_EQ (stub.getNotes(), (Lines { stub.calledWith ("/SILENT"), "done" }));
+    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 0" });
+}
+
+TEST_F (UninstallOnWindows, OfTheStudioAdvisesTwiceWhenBothUninstallersOutlastTheLimit)
+{
     StubUninstaller version (folder, "version", { "sleep 2000" });
     StubUninstaller studio (folder, "studio", { "sleep 2000" });
-    SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
     registry.add ({ "Sample 2", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
 
