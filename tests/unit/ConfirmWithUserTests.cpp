@@ -49,7 +49,9 @@ INSTANTIATE_TEST_SUITE_P (ConfirmWithUser,
                           testing::Values ("yes",
                                            "n ",
                                            "\t",
-                                           "y\r",              // the carriage return belongs to the line
+                                           "y\r", // the carriage return belongs to the line
+                                           "n\r",
+                                           "\r",
                                            "\xc3\xbf",         // y with diaeresis
                                            "\xef\xbc\xb9",     // fullwidth Y
                                            "\xf0\x90\x81\x99", // a character whose lower 16 bits are those of Y
