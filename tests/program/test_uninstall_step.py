@@ -9,11 +9,9 @@ import pytest
 from machines import UNINSTALL_KEY, put, wait_for
 from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, Product
 from runs import clean, failed, succeeded
-from texts import NOT_STARTED, TOO_SLOW, aborted, advice, cleaned, exited, folder_deleted, opening, removed
+from texts import NOT_STARTED, TOO_SLOW, aborted, advice, exited, opening, removed
 
 KEY = UNINSTALL_KEY.removeprefix("HKEY_LOCAL_MACHINE\\")
-NO_KEY = f"[time][Critical] Failed to open the Windows registry key: {KEY}\n"
-NO_SUBKEY = f"[time][Critical] Failed to open the Windows registry subkey: {KEY}\\"
 
 
 @pytest.fixture
@@ -24,20 +22,9 @@ def uninstallers(windows):
     return folder
 
 
-@pytest.fixture
-def studio(windows):
-    """A folder of the studio's."""
-    put(windows.program_files / "Orvex Studio", "Orvex Studio.dat")
-    return windows.program_files / "Orvex Studio"
-
-
 def entry(name: str, uninstaller: str) -> dict[str, str]:
     """The values of an entry whose command is the path of an uninstaller in quotes."""
     return {"DisplayName": name, "UninstallString": f'"C:\\Uninstallers\\{uninstaller}"'}
-
-
-def register(windows, *entries: dict[str, str]) -> None:
-    windows.register(dict(zip("ABCDEF", entries)))
 
 
 def called(uninstaller: str) -> list[str]:
@@ -57,7 +44,7 @@ class Case:
         """Gives the one folder of the product that is there."""
         folder = self.product.paths(windows)[0]
         put(folder, "File.dat")
-        register(windows, *self.entries)
+        windows.register(dict(zip("ABCDEF", self.entries)))
 
         for name, orders in self.uninstallers.items():
             if orders is None:
@@ -93,32 +80,12 @@ GOES_ON = {
             {"UninstallString": "C:\\Uninstallers\\Any.exe"},
         ],
     ),
-    "studio with an entry of its second name": Case(
-        ORVEX_STUDIO,
-        {"Orvex Studio.exe": []},
-        [entry("The Orvex Studio for Windows", "Orvex Studio.exe")],
-        told=exited(0),
-        called=("Orvex Studio.exe",),
-    ),
     "studio with both, in its own order and whatever their exit codes": Case(
         ORVEX_STUDIO,
         {"Orvex.exe": ["exit 3"], "Orvex Studio.exe": ["exit 4294967295"]},
         [entry("Orvex Studio", "Orvex Studio.exe"), entry("Orvex version 1.4", "Orvex.exe")],
         told=exited(3, 4294967295),
         called=("Orvex.exe", "Orvex Studio.exe"),
-    ),
-    "studio with one that prints": Case(
-        ORVEX_STUDIO,
-        {"Orvex Studio.exe": ["print 1000", "print-error 1000"]},
-        [entry("Orvex Studio", "Orvex Studio.exe")],
-        told=exited(0),
-        called=("Orvex Studio.exe",),
-    ),
-    "studio with one of both its names, which runs twice": Case(
-        ORVEX_STUDIO, {"Both.exe": ["exit 1"]}, [BOTH], told=exited(1, 1), called=("Both.exe", "Both.exe")
-    ),
-    "studio with one of both its names that removes its entry": Case(
-        ORVEX_STUDIO, {"Both.exe": [f"remove-key {KEY}\\A"]}, [BOTH], told=exited(0), called=("Both.exe",)
     ),
     "product manager with an entry of the studio": Case(
         PRODUCT_MANAGER,
@@ -173,26 +140,25 @@ STOPS = {
         [{"DisplayName": "Orvex Studio"}, entry("Orvex Studio", "Orvex Studio.exe")],
         told=NOT_STARTED + advice("Orvex Studio"),
     ),
+    "studio, which advises twice and names an uninstaller only if it is a file": Case(
+        ORVEX_STUDIO,
+        {"Orvex.exe": None},
+        [entry("Orvex version 1.4", "Orvex.exe"), entry("Orvex Studio", "Gone.exe")],
+        told=NOT_STARTED + advice("Orvex", "C:\\Uninstallers\\Orvex.exe") + NOT_STARTED + advice("Orvex Studio"),
+    ),
     "product manager whose uninstaller is no program": Case(
         PRODUCT_MANAGER,
         {"Orvex.exe": None},
         [entry("Orvex Product Manager", "Orvex.exe")],
         told=NOT_STARTED + advice("Orvex Product Manager", "C:\\Uninstallers\\Orvex.exe"),
     ),
+    "product manager whose command has arguments": Case(
+        PRODUCT_MANAGER,
+        {"Orvex.exe": []},
+        [{"DisplayName": "Orvex Product Manager", "UninstallString": '"C:\\Uninstallers\\Orvex.exe" /REMOVE'}],
+        told=NOT_STARTED + advice("Orvex Product Manager"),
+    ),
 }
-
-for what, values in {
-    "no command": {},
-    "empty command": {"UninstallString": ""},
-    "no file": {"UninstallString": '"C:\\Uninstallers\\Gone.exe"'},
-    "folder": {"UninstallString": "C:\\Uninstallers"},
-    "arguments": {"UninstallString": '"C:\\Uninstallers\\Orvex.exe" /REMOVE'},
-}.items():
-    entries = [{"DisplayName": "Orvex Product Manager"} | values]
-    told = NOT_STARTED + advice("Orvex Product Manager")
-    STOPS[f"product manager whose uninstaller is no file: {what}"] = Case(
-        PRODUCT_MANAGER, {"Orvex.exe": []}, entries, told
-    )
 
 
 @pytest.mark.parametrize("case", STOPS.values(), ids=STOPS)
@@ -207,81 +173,12 @@ def test_a_product_is_left_alone_when_one_of_its_uninstallers_could_not_be_start
     assert windows.tree() == before
 
 
-def test_an_uninstaller_leaves_nothing_to_delete_of_what_it_removed_itself(windows, uninstallers, studio):
-    windows.place_uninstaller(uninstallers / "Orvex Studio.exe", f"remove {windows.shown(studio)}")
-    register(windows, entry("Orvex Studio", "Orvex Studio.exe"))
-
-    run = clean(windows, ORVEX_STUDIO)
-
-    assert run == succeeded(windows, opening(ORVEX_STUDIO) + removed(ORVEX_STUDIO, after=exited(0)))
-
-
-def test_an_uninstaller_is_deleted_with_the_folder_that_it_lies_in(windows, studio):
-    windows.place_uninstaller(studio / "unins000.exe", f"remove {windows.shown(studio)}\\Orvex Studio.dat")
-    command = f'"{windows.shown(studio)}\\unins000.exe"'
-    register(windows, {"DisplayName": "Orvex Studio", "UninstallString": command})
-
-    run = clean(windows, ORVEX_STUDIO)
-
-    steps = removed(ORVEX_STUDIO, windows.shown(studio), after=exited(0))
-    assert run == succeeded(windows, opening(ORVEX_STUDIO) + steps)
-    assert not studio.exists()
-
-
-def test_studio_advises_twice_and_names_an_uninstaller_only_if_it_is_a_file(windows, uninstallers, studio):
-    put(uninstallers, "Orvex uninstaller.exe")  # which is no program
-    register(windows, entry("Orvex version 1.4", "Orvex uninstaller.exe"), entry("Orvex Studio", "Gone.exe"))
-    before = windows.tree()
-
-    run = clean(windows, ORVEX_STUDIO)
-
-    transcript = """\
-[time][Info] Target: Orvex Studio
-[time][Info] Remove Orvex Studio and all of its associated files?
-Y/n? [time][Info] Cleaning: Orvex Studio
-[time][Warning] Cleaner failed to launch the uninstaller.
-[time][Info] Uninstaller exit code: 0
-[time][Info] Existing Orvex software installation detected.
-[time][Info] Please first uninstall this software using Add/Remove Programs.
-[time][Info] You can also run the uninstaller directly: C:\\Uninstallers\\Orvex uninstaller.exe
-[time][Info] You can re-run this cleaner after Orvex has been uninstalled to clean up any final files.
-[time][Warning] Cleaner failed to launch the uninstaller.
-[time][Info] Uninstaller exit code: 0
-[time][Info] Existing Orvex Studio software installation detected.
-[time][Info] Please first uninstall this software using Add/Remove Programs.
-[time][Info] You can re-run this cleaner after Orvex Studio has been uninstalled to clean up any final files.
-[time][Warning] Cleaning was aborted.
-"""
-    assert run == failed(transcript)
-    assert windows.tree() == before
-
-
-@pytest.mark.xdist_group("the studio waits")
-def test_studio_goes_on_after_20_seconds_beside_an_uninstaller_that_comes_to_its_own_end(windows, uninstallers, studio):
-    windows.place_uninstaller(uninstallers / "Orvex.exe", "sleep 24000")
-    windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
-    register(windows, entry("Orvex version 1.4", "Orvex.exe"), entry("Orvex Studio", "Orvex Studio.exe"))
-    before = windows.tree()
-    start = time.monotonic()
-
-    run = clean(windows, ORVEX_STUDIO)
-
-    assert 20 <= time.monotonic() - start
-    told = TOO_SLOW + advice("Orvex", "C:\\Uninstallers\\Orvex.exe") + exited(0)
-    assert run == failed(opening(ORVEX_STUDIO) + aborted(ORVEX_STUDIO, told))
-    assert windows.calls(uninstallers / "Orvex.exe") == called("Orvex.exe")[:1]
-    assert windows.calls(uninstallers / "Orvex Studio.exe") == called("Orvex Studio.exe")
-    assert windows.tree() == before
-    assert wait_for(lambda: windows.calls(uninstallers / "Orvex.exe")[1:]) == ["done"]
-
-
-@pytest.mark.xdist_group("the product manager waits")
 def test_product_manager_is_left_alone_after_20_seconds_when_nobody_reads_what_its_uninstaller_prints(
     windows, uninstallers
 ):
     put(windows.program_files, "Orvex Product Manager/File.dat")
     windows.place_uninstaller(uninstallers / "Orvex.exe", "print 1000000")  # far more than a pipe holds
-    register(windows, entry("Orvex Product Manager", "Orvex.exe"))
+    windows.register({"A": entry("Orvex Product Manager", "Orvex.exe")})
     before = windows.tree()
     start = time.monotonic()
 
@@ -294,16 +191,8 @@ def test_product_manager_is_left_alone_after_20_seconds_when_nobody_reads_what_i
     assert wait_for(lambda: windows.calls(uninstallers / "Orvex.exe")[1:]) == ["done"]
 
 
-def test_studio_is_removed_although_the_entries_cannot_be_read(windows, studio):
-    windows.change_registry(f"[-{UNINSTALL_KEY}]")
-
-    run = clean(windows, ORVEX_STUDIO)
-
-    steps = NO_KEY + NO_KEY + folder_deleted(windows.shown(studio))
-    assert run == succeeded(windows, opening(ORVEX_STUDIO) + cleaned(ORVEX_STUDIO, steps))
-
-
-def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_before_it(windows, uninstallers, studio):
+def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_before_it(windows, uninstallers):
+    put(windows.program_files, "Orvex Studio/File.dat")
     windows.place_uninstaller(uninstallers / "Orvex.exe")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
     windows.register({"A": entry("Orvex version 1.4", "Orvex.exe"), "C": entry("Orvex Studio", "Orvex Studio.exe")})
@@ -311,20 +200,7 @@ def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_befo
     with windows.held("key", f"{KEY}\\B"):
         run = clean(windows, ORVEX_STUDIO)
 
-    steps = exited(0) + f"{NO_SUBKEY}B\n" + folder_deleted(windows.shown(studio))
-    assert run == succeeded(windows, opening(ORVEX_STUDIO) + cleaned(ORVEX_STUDIO, steps))
+    told = exited(0) + f"[time][Critical] Failed to open the Windows registry subkey: {KEY}\\B\n"
+    steps = removed(ORVEX_STUDIO, "C:\\Program Files\\Orvex Studio", after=told)
+    assert run == succeeded(windows, opening(ORVEX_STUDIO) + steps)
     assert windows.calls(uninstallers / "Orvex Studio.exe") == []
-
-
-def test_product_manager_is_removed_although_an_entry_cannot_be_opened(windows, uninstallers):
-    folder = PRODUCT_MANAGER.paths(windows)[0]
-    folder.mkdir()
-    windows.place_uninstaller(uninstallers / "Orvex.exe")
-    windows.register({"B": entry("Orvex Product Manager", "Orvex.exe")})
-
-    with windows.held("key", f"{KEY}\\A"):
-        run = clean(windows, PRODUCT_MANAGER)
-
-    steps = f"{NO_SUBKEY}A\n" + folder_deleted(windows.shown(folder))
-    assert run == succeeded(windows, opening(PRODUCT_MANAGER) + cleaned(PRODUCT_MANAGER, steps))
-    assert windows.calls(uninstallers / "Orvex.exe") == []
