@@ -282,8 +282,8 @@ def test_shares_the_log_file_with_a_copy_that_runs_while_it_waits(machine, other
         run = machine.outcome(process)
 
     deleted = removed(CONTENT, machine.shown(content))
-    question = LOG_BANNER + without_prompts(QUESTION)
-    log = question + question + deleted
+    asked = LOG_BANNER + without_prompts(QUESTION)
+    log = asked + asked + deleted
     assert other == succeeded(machine, QUESTION + deleted, log=log)
     assert run == succeeded(machine, QUESTION + removed(CONTENT), log=log + removed(CONTENT), revealed=run.revealed)
     assert not content.exists()
