@@ -4,7 +4,7 @@ A situation is all that a run depends on. The model predicts from it what the ru
 """
 
 from dataclasses import dataclass, field
-from pathlib import PurePosixPath as Path
+from pathlib import Path, PurePosixPath
 
 from hypothesis import strategies as st
 
@@ -23,151 +23,114 @@ from texts import (
     file_not_deleted,
     folder_deleted,
     folder_not_deleted,
+    question,
 )
 
 FOLDER, FILE, UNDELETABLE = "folder", "file", "undeletable file"
+PROGRAM, TEXT = "program", "text"
+KEY = UNINSTALL_KEY.removeprefix("HKEY_LOCAL_MACHINE\\")
 
 
 @dataclass
 class Uninstaller:
-    """A program, by the name of its file, or what stands in its place."""
-
-    kind: str  # "program", "text", "folder" or "missing"
-    removes_paths: list[Path] = field(default_factory=list)
-    removes_keys: list[str] = field(default_factory=list)
-    removes_uninstallers: list[str] = field(default_factory=list)
-    exit_code: int = 0
+    kind: str  # a program, or a text or a folder in its place
+    removes_paths: list[PurePosixPath]
+    removes_keys: list[str]
+    exit_code: int
 
 
 @dataclass
 class Situation:
     """A path's first part is the machine's location that it lies below."""
 
-    paths: dict[Path, str]
-    uninstallers: dict[str, Uninstaller]
-    entries: dict[str, dict[str, str]]  # of uninstallers: their values, by the names of their keys
+    paths: dict[PurePosixPath, str]
     arguments: list[str]
     answers: str
-
-    def __str__(self) -> str:
-        lines = [f"arguments: {self.arguments}", f"answers: {self.answers!r}"]
-        lines += [f"{path}: {kind}" for path, kind in sorted(self.paths.items())]
-        lines += [f"{name}: {uninstaller}" for name, uninstaller in self.uninstallers.items()]
-        lines += [f"{key}: {entry}" for key, entry in self.entries.items()]
-        return "\n".join(lines)
+    uninstallers: dict[str, Uninstaller] = field(default_factory=dict)  # by the names of their files
+    entries: dict[str, dict[str, str]] = field(default_factory=dict)  # their values, by the names of their keys
 
 
 @dataclass
 class Outcome:
     run: Run
     paths: set[Path]
-    calls: dict[str, int]  # of each uninstaller
-
-
-UNINSTALLERS = "C:\\Uninstallers\\"
-
-
-def listed_paths(product) -> list[Path]:
-    return [Path(base) / child for base, child in product.table]
+    calls: dict[str, list[str]]  # what each uninstaller noted
 
 
 # What is random about a machine. What comes first in a choice is what a failure is shrunk to.
 
-LISTED = sorted({path for product in PRODUCTS for path in listed_paths(product)})
+LISTED = sorted({PurePosixPath(base) / child for product in PRODUCTS for base, child in product.table})
 UNLISTED = [
-    Path("program_files/Orvex Studio 2"),
-    Path("program_files/Common Files/VST3/Other.vst3"),
-    Path("shared_data/TessaraWorks/Other"),
-    Path("shared_data/TessaraWorks/Plugins/Orvex Studio"),
-    Path("user_data/OrvexMonitor.ini"),
+    PurePosixPath("program_files/Orvex Studio 2"),
+    PurePosixPath("program_files/Common Files/VST3/Other.vst3"),
+    PurePosixPath("shared_data/TessaraWorks/Other"),
+    PurePosixPath("shared_data/TessaraWorks/Plugins/Orvex Studio"),
+    PurePosixPath("user_data/OrvexMonitor.ini"),
 ]
 
 NAMES = st.sampled_from(["x", "a file", ".hidden", "Ünï", "Sub folder", "data.v1"])
-TREES = st.recursive(st.just(FILE), lambda inner: st.dictionaries(NAMES, inner, max_size=3), max_leaves=8)
-FOLDERS = st.dictionaries(NAMES, TREES, max_size=3)
+FILES = st.sampled_from([FILE, FILE, FILE, UNDELETABLE])
+FOLDERS = st.dictionaries(
+    NAMES, st.recursive(FILES, lambda inner: st.dictionaries(NAMES, inner, max_size=3)), max_size=3
+)
 
 
 @st.composite
-def random_paths(draw) -> dict[Path, str]:
+def random_paths(draw) -> dict[PurePosixPath, str]:
     paths = {}
-    kinds = draw(
-        st.lists(st.sampled_from(["absent", FOLDER, FILE, UNDELETABLE, "stubborn folder"]), min_size=1, max_size=6)
-    )
+    contents = [None, *draw(st.lists(FOLDERS | FILES, min_size=3, max_size=3))]
 
     # Parents come before what lies in them, which cannot be if they are files.
     for path in sorted(LISTED + UNLISTED):
-        kind = draw(st.sampled_from(kinds))
+        content = draw(st.sampled_from(contents))
         has_room = not any(paths.get(parent, FOLDER) != FOLDER for parent in path.parents)
 
-        if kind == "absent" or not has_room:
-            continue
-
-        paths |= {parent: FOLDER for parent in list(path.parents)[:-2]}
-
-        if kind in (FILE, UNDELETABLE):
-            paths[path] = kind
-            continue
-
-        tree = tree_of(path, draw(FOLDERS))
-
-        if kind == "stubborn folder":
-            tree[draw(st.sampled_from([p for p, k in tree.items() if k == FOLDER])) / "stubborn"] = UNDELETABLE
-
-        paths |= tree
+        if content is not None and has_room:
+            paths |= {parent: FOLDER for parent in list(path.parents)[:-2]} | tree_of(path, content)
 
     return paths
 
 
-def tree_of(path: Path, content: dict | str) -> dict[Path, str]:
-    if content == FILE:
-        return {path: FILE}
+def tree_of(path: PurePosixPath, content: dict | str) -> dict[PurePosixPath, str]:
+    if isinstance(content, str):
+        return {path: content}
 
     below = [tree_of(path / name, inner) for name, inner in content.items()]
     return {path: FOLDER} | {inner: kind for tree in below for inner, kind in tree.items()}
 
 
-@st.composite
-def random_uninstallers(draw) -> dict[str, Uninstaller]:
-    names = [f"Uninstaller {number}.exe" for number in range(draw(st.integers(0, 3)))]
-    return {
-        name: Uninstaller(
-            kind=draw(st.sampled_from(["program", "program", "program", "text", "folder", "missing"])),
-            removes_paths=draw(st.lists(st.sampled_from(LISTED), max_size=5)),
-            removes_keys=draw(st.lists(st.sampled_from("ABCDE"), max_size=1)),
-            removes_uninstallers=[other for other in names if other != name and draw(st.booleans())],
-            exit_code=draw(st.sampled_from([0, 1, 3, 259, 1602, 2**31, 2**32 - 1])),
-        )
-        for name in names
-    }
+KEYS = st.sampled_from("ABCDE")
+PROGRAMS = ["1.exe", "2.exe"]
+UNINSTALLER = st.builds(
+    Uninstaller,
+    kind=st.sampled_from([PROGRAM, PROGRAM, PROGRAM, TEXT, FOLDER]),
+    removes_paths=st.lists(st.sampled_from(LISTED), max_size=5),
+    removes_keys=st.lists(KEYS, max_size=1),
+    exit_code=st.sampled_from([0, 1, 3, 259, 1602, 2**31, 2**32 - 1]),
+)
+UNINSTALLERS = st.fixed_dictionaries(dict.fromkeys(PROGRAMS, UNINSTALLER))
 
-
-def random_entries(uninstallers: dict[str, Uninstaller]):
-    display_names = [
-        None,
-        "",
-        "Orvex",
-        "orvex studio",
-        "Orvex Studio",
-        "Orvex version 1.4",
-        "Orvex Product Manager",
-        "The Orvex Studio 2",
-        "Orvex version 1.4 (Orvex Studio)",
-        "Orvex Product Manager for Orvex Studio",
-    ]
-    commands = [None, "", UNINSTALLERS + "Uninstaller 9.exe"]
-
-    for name in uninstallers:
-        path = UNINSTALLERS + name
-        commands += [path, f'"{path}"', f'"{path}"', f'"{path}" /UNINSTALL', f'C:\\"Uninstallers"\\{name}']
-
-    entries = st.builds(entry, st.sampled_from(display_names), st.sampled_from(commands))
-    return st.dictionaries(st.sampled_from("ABCDE"), entries, max_size=4)
-
-
-def entry(display_name: str | None, command: str | None) -> dict[str, str]:
-    values = {"DisplayName": display_name, "UninstallString": command}
-    return {name: value for name, value in values.items() if value is not None}
-
+DISPLAY_NAMES = [
+    "Orvex Studio",
+    "Orvex version 1.4",
+    "Orvex Product Manager",
+    "The Orvex Studio 2",
+    "Orvex version 1.4 (Orvex Studio)",
+    "Orvex Product Manager for Orvex Studio",
+    "orvex studio",
+]
+COMMANDS = [
+    '"C:\\Uninstallers\\{}"',
+    "C:\\Uninstallers\\{}",
+    '"C:\\Uninstallers\\{}" /UNINSTALL',
+    'C:\\"Uninstallers"\\{}',
+    "",
+]
+VALUES = {
+    "DisplayName": st.sampled_from(DISPLAY_NAMES),
+    "UninstallString": st.builds(str.format, st.sampled_from(COMMANDS), st.sampled_from([*PROGRAMS, "Gone.exe"])),
+}
+ENTRIES = st.dictionaries(KEYS, st.fixed_dictionaries(VALUES), max_size=4)
 
 ARGUMENTS = st.sampled_from(
     [[f"--clean={product.target}"] for product in PRODUCTS if product.target]
@@ -176,20 +139,11 @@ ARGUMENTS = st.sampled_from(
 
 YES_AND_NO = ["y", "Y", "", "n", "N"]
 LINES = st.sampled_from(YES_AND_NO * 4 + ["yes", "no", " y", "n ", "nn", "ja", "ÿ", "0", "\t"])
+UNFINISHED = st.sampled_from(YES_AND_NO)  # any other would be asked after for ever
+ANSWERS = st.builds(lambda lines, last: "\n".join([*lines, last]), st.lists(LINES, max_size=12), UNFINISHED)
 
-
-@st.composite
-def random_situations(draw, with_registry: bool) -> Situation:
-    uninstallers = draw(random_uninstallers()) if with_registry else {}
-    lines = draw(st.lists(LINES, max_size=12))
-    unfinished = draw(st.sampled_from(YES_AND_NO))  # any other would be asked after for ever
-    return Situation(
-        paths=draw(random_paths()),
-        uninstallers=uninstallers,
-        entries=draw(random_entries(uninstallers)) if with_registry else {},
-        arguments=draw(ARGUMENTS),
-        answers="".join(f"{line}\n" for line in lines) + unfinished,
-    )
+WITHOUT_REGISTRY = {"paths": random_paths(), "arguments": ARGUMENTS, "answers": ANSWERS}
+WITH_REGISTRY = WITHOUT_REGISTRY | {"uninstallers": UNINSTALLERS, "entries": ENTRIES}
 
 
 # What the program has to do.
@@ -207,11 +161,10 @@ class Model:
     def __init__(self, machine, situation: Situation):
         self.machine = machine
         self.unread = situation.answers
-        self.input_has_ended = False
         self.paths = dict(situation.paths)
-        self.uninstallers = dict(situation.uninstallers)
+        self.uninstallers = situation.uninstallers
         self.entries = dict(situation.entries)
-        self.calls = {name: 0 for name, uninstaller in self.uninstallers.items() if uninstaller.kind == "program"}
+        self.calls = {name: [] for name in self.uninstallers}
         self.transcript = ""
 
     def run(self, arguments: list[str]) -> Outcome:
@@ -227,29 +180,23 @@ class Model:
 
         exit_code = int(bool(arguments) and arguments[0].startswith("--clean="))  # of a failure
         run = succeeded(self.machine, self.transcript) if success else failed(self.transcript, exit_code=exit_code)
-        return Outcome(run, set(self.paths), self.calls)
+        return Outcome(run, {on_machine(self.machine, path) for path in self.paths}, self.calls)
 
     def offer(self, product) -> bool:
-        self.transcript += f"[time][Info] {product.question}\n"
+        self.transcript += question(product)
 
-        if self.is_confirmed():
-            return self.clean(product)
-
-        self.transcript += CANCELLED
-        return True
-
-    def is_confirmed(self) -> bool:
         while True:
-            self.transcript += "Y/n? "
             answer, line_end, self.unread = self.unread.partition("\n")
 
             if answer in ("y", "Y", ""):
-                return True
+                return self.clean(product)
 
             if answer in ("n", "N"):
-                return False
+                self.transcript += CANCELLED
+                return True
 
             assert line_end, "the program would ask for ever"
+            self.transcript += "Y/n? "
 
     def clean(self, product) -> bool:
         # All lookups, also those behind a failed one.
@@ -260,7 +207,7 @@ class Model:
             self.transcript += aborted(product, steps)
             return False
 
-        for path in listed_paths(product):
+        for path in (PurePosixPath(base) / child for base, child in product.table):
             if path in self.paths:
                 is_folder = self.paths[path] == FOLDER
                 steps += DELETIONS[is_folder, self.delete(path)](self.machine.shown(on_machine(self.machine, path)))
@@ -268,7 +215,7 @@ class Model:
         self.transcript += cleaned(product, steps)
         return "Unable to delete" not in steps
 
-    def delete(self, path: Path) -> bool:
+    def delete(self, path: PurePosixPath) -> bool:
         """Leaves the undeletable files at or below the path, and the folders that they are in."""
         stubborn = [p for p, kind in self.paths.items() if kind == UNDELETABLE and p.is_relative_to(path)]
         kept = {p for p in self.paths if any(file.is_relative_to(p) for file in stubborn)}
@@ -283,19 +230,14 @@ class Model:
             return "", True
 
         command = found[0].get("UninstallString", "").replace('"', "")
-        name = command.removeprefix(UNINSTALLERS)
-        kind = self.uninstallers[name].kind if name in self.uninstallers else "missing"
+        name = command.removeprefix("C:\\Uninstallers\\")
+        uninstaller = self.uninstallers.get(name)
 
-        if kind == "program":
-            self.carry_out(name)
-            return exited(self.uninstallers[name].exit_code), True
+        if uninstaller is None or uninstaller.kind != PROGRAM:
+            is_file = uninstaller is not None and uninstaller.kind == TEXT
+            return NOT_STARTED + advice(advised_name, command if is_file else None), False
 
-        return NOT_STARTED + advice(advised_name, command if kind == "text" else None), False
-
-    def carry_out(self, name: str) -> None:
-        """Does what an uninstaller does."""
-        uninstaller = self.uninstallers[name]
-        self.calls[name] += 1
+        self.calls[name] += [f'"{command}" /SILENT', "done"]
 
         for path in uninstaller.removes_paths:
             self.delete(path)
@@ -303,14 +245,13 @@ class Model:
         for key in uninstaller.removes_keys:
             self.entries.pop(key, None)
 
-        for other in uninstaller.removes_uninstallers:
-            self.uninstallers.pop(other, None)
+        return exited(uninstaller.exit_code), True
 
 
 # The situation on a machine, and what a run leaves of it.
 
 
-def on_machine(machine, path: Path):
+def on_machine(machine, path: PurePosixPath) -> Path:
     return getattr(machine, path.parts[0]).joinpath(*path.parts[1:])
 
 
@@ -326,24 +267,20 @@ def lay_out(machine, situation: Situation) -> None:
         if kind == UNDELETABLE:
             machine.make_undeletable(place)
 
-    if not situation.entries:
-        return
-
     for name, uninstaller in situation.uninstallers.items():
         file = machine.c / "Uninstallers" / name
 
-        if uninstaller.kind == "program":
-            removed = [machine.shown(on_machine(machine, path)) for path in uninstaller.removes_paths]
-            removed += [UNINSTALLERS + other for other in uninstaller.removes_uninstallers]
-            keys = [f"{UNINSTALL_KEY}\\{key}".partition("\\")[2] for key in uninstaller.removes_keys]
-            orders = [f"remove {path}" for path in removed] + [f"remove-key {key}" for key in keys]
+        if uninstaller.kind == PROGRAM:
+            orders = [f"remove {machine.shown(on_machine(machine, path))}" for path in uninstaller.removes_paths]
+            orders += [f"remove-key {KEY}\\{key}" for key in uninstaller.removes_keys]
             machine.place_uninstaller(file, *orders, f"exit {uninstaller.exit_code}")
-        elif uninstaller.kind == "text":
+        elif uninstaller.kind == TEXT:
             put(file.parent, file.name)
-        elif uninstaller.kind == "folder":
+        else:
             file.mkdir(parents=True)
 
-    machine.register(situation.entries)
+    if situation.entries:
+        machine.register(situation.entries)
 
 
 def run_on(machine, situation: Situation) -> Outcome:
@@ -356,28 +293,5 @@ def run_on(machine, situation: Situation) -> Outcome:
 
     after = machine.tree()
     assert before <= after, "something was deleted that no test made"
-    return Outcome(
-        run=run,
-        paths={path_of_situation(machine, place) for place in after - before},
-        calls={
-            name: calls_of(machine, name)
-            for name, uninstaller in situation.uninstallers.items()
-            if uninstaller.kind == "program"
-        },
-    )
-
-
-def path_of_situation(machine, place) -> Path:
-    for location in ("shared_data", "program_files", "user_data"):
-        if place.is_relative_to(getattr(machine, location)):
-            return Path(location) / place.relative_to(getattr(machine, location))
-
-    raise ValueError(place)
-
-
-def calls_of(machine, name: str) -> int:
-    """How often an uninstaller was called, each time in the right way and to its end."""
-    notes = machine.calls(machine.c / "Uninstallers" / name)
-    expected = [f'"{UNINSTALLERS}{name}" /SILENT', "done"]
-    assert notes == expected * (len(notes) // 2)
-    return len(notes) // 2
+    calls = {name: machine.calls(machine.c / "Uninstallers" / name) for name in situation.uninstallers}
+    return Outcome(run, after - before, calls)
