@@ -496,19 +496,19 @@ def test_finds_a_changed_byte_under_a_signature(elsewhere, packed, keys, tmp_pat
     change_file(packed, "OrvexCleaner.exe", at=0x8000)  # as it was before
     without_the_change = verify(elsewhere, packed)
 
-    assert with_the_signature == ("Different: OrvexCleaner.exe, from offset 32768 on\n", 1)
+    assert with_the_signature == ("Different: OrvexCleaner.exe, at byte 32769\n", 1)
     told = "Different: the signature of OrvexCleaner.exe is not of this executable\n"
     assert without_the_change == (told, 1)
 
 
 # What is said of a package, as an expression, and what was done to it.
 DIFFERENT = {
-    "OrvexCleaner.exe, from offset 1001 on": lambda packed: change_file(packed, "OrvexCleaner.exe", at=0x3E9),
-    "guide.txt, from offset 1001 on": lambda packed: change_file(packed, "guide.txt", at=0x3E9),
-    r"the package has the files .*, 'SHA256SUMS', 'winmm.dll'\] and not .*, 'SHA256SUMS'\]": (
+    "OrvexCleaner.exe, at byte 1002": lambda packed: change_file(packed, "OrvexCleaner.exe", at=0x3E9),
+    "guide.txt, at byte 1002": lambda packed: change_file(packed, "guide.txt", at=0x3E9),
+    f"the package has other files: {', '.join([*CONTENTS, 'winmm.dll'])}": (
         lambda packed: pack(packed, content_of(packed) | {"winmm.dll": b"planted"})
     ),
-    r"OrvexCleaner\.exe cannot be unpacked: .+": (
+    r"OrvexCleaner\.exe cannot be unpacked": (
         lambda packed: packed.write_bytes(changed(packed.read_bytes(), at=packed.stat().st_size // 2))
     ),
     "the sums in the record are not those of the package": (
@@ -516,7 +516,7 @@ DIFFERENT = {
     ),
 }
 NOT_VERIFIABLE = {
-    r"\S+\.zip is no package: File is not a zip file": lambda packed: packed.write_text("no zip"),
+    r"\S+\.zip is no package": lambda packed: packed.write_text("no zip"),
     r"there is no record \S+\.buildinfo": lambda packed: packed.with_name(RECORD).unlink(),
     r"the package was made with lld-\d+ 1:9\.0, and here is 1:\d\d\S+": (
         lambda packed: change_record(packed, r"(lld-\d+) \(= \S+\)", r"\1 (= 1:9.0)")
