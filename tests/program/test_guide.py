@@ -8,6 +8,7 @@ import pytest
 from machines import STAMP, TOP, put, wine_environment
 from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS, TARGETS
 from release import SUPPORT_ADDRESS
+from runs import clean
 from texts import BANNER, FAILURE, LOG_BANNER, NO_TO_ALL, ending
 
 # As the build makes it for the package.
@@ -65,16 +66,15 @@ def test_tells_how_long_the_uninstallers_may_take():
     assert set(re.findall(r"(\d+) seconds", GUIDE)) == {str(seconds), str(2 * seconds)}
 
 
-@pytest.mark.parametrize(("last", "is_kept"), [("n", True), ("y", False)])
-def test_tells_which_answers_keep_the_content(windows, last, is_kept):
-    put(windows.content, "Legato.pack")
+def test_tells_that_the_last_question_is_about_the_content_too(windows, content):
     shared = windows.vst3 / "TessaraWorks"
     shared.mkdir(parents=True)
 
-    windows.run("--clean=All", answers="n\n" * PRODUCTS.index(COMPANY) + f"{last}\n\n")
+    clean(windows, COMPANY)  # with a no to all other questions
 
     assert f"answer N to questions {PRODUCTS.index(CONTENT) + 1} and {PRODUCTS.index(COMPANY) + 1}." in FIRST_SCREEN
-    assert ((windows.content / "Legato.pack").exists(), shared.exists()) == (is_kept, is_kept)
+    assert not content.exists()
+    assert not shared.exists()
 
 
 def test_lists_its_sections():
@@ -151,14 +151,10 @@ def content(windows):
 @pytest.fixture
 def output(windows):
     """Where the command puts the program's output."""
-    folder = windows.c / "windows" / "logs"
-    has_folder = folder.exists()
-    folder.mkdir(exist_ok=True)
-    yield folder / "OrvexCleaner.txt"
-    (folder / "OrvexCleaner.txt").unlink(missing_ok=True)
-
-    if not has_folder:
-        folder.rmdir()
+    file = windows.c / "windows" / "logs" / "OrvexCleaner.txt"
+    file.parent.mkdir(exist_ok=True)
+    yield file
+    file.unlink(missing_ok=True)
 
 
 def exit_code_of(windows, command: str) -> int:
