@@ -243,35 +243,24 @@ def test_reads_well_as_plain_text():
 
 def message_patterns() -> list[str]:
     """A regular expression for each line that the sources can write, but for the banner and for JUCE's texts."""
-    patterns = []
+    code = "".join(source.read_text() for source in sorted((TOP / "src").rglob("*.cpp")))
 
-    for source in sorted((TOP / "src").rglob("*.cpp")):
-        code = source.read_text()
+    logged = re.findall(r"\blog \((\w+),\s*([^;]*\"[^;]*)\);", code)
+    offered = re.findall(r'"(Target: [^"]+|Remove [^"]+\?)"', code)
+    printed = re.findall(r"\bfail \(([^;]*)\);|\b(?:cout|advice)\b\s*<<([^;]*);", code)
+    lines = [line.removesuffix("\\ ") for texts in printed for line in pattern("".join(texts)).split("\n")]
 
-        for level, message in re.findall(r"\blog \((\w+),\s*([^;]*)\);", code):
-            if '"' in message:
-                patterns.append(rf"\[{level}\] " + pattern(message))
-
-        for text in re.findall(r'"(Target: [^"]+|Remove [^"]+\?)"', code):
-            patterns.append(r"\[Info\] " + re.escape(text))
-
-        for message in re.findall(r"\bfail \(([^;]*)\);", code) + re.findall(r"\b(?:cout|advice)\b\s*<<([^;]*);", code):
-            lines = [line.removesuffix("\\ ") for line in pattern(message).split("\n")]
-            patterns += [line for line in lines if re.search(r"\w", line)]
-
-    return patterns
+    return [
+        *(rf"\[{level}\] " + pattern(message) for level, message in logged),
+        *(r"\[Info\] " + re.escape(text) for text in offered),
+        *(line for line in lines if re.search(r"\w", line)),
+    ]
 
 
 def pattern(expression: str) -> str:
     """Of joined C++ texts: the literals as they are, and ".+" for all that is known at run time only."""
-    result = ""
-
-    for piece in re.split(r"\s*(?:\+|<<)\s*(?=(?:[^\"]*\"[^\"]*\")*[^\"]*$)", expression.strip()):
-        if piece.startswith('"'):
-            result += re.escape(piece[1:-1])
-        elif piece == "std::endl":
-            result += "\n"
-        elif piece != "std::flush":
-            result += ".+"
-
-    return result
+    pieces = re.split(r"\s*(?:\+|<<)\s*(?=(?:[^\"]*\"[^\"]*\")*[^\"]*$)", expression.strip())
+    manipulators = {"std::endl": "\n", "std::flush": ""}
+    return "".join(
+        re.escape(piece[1:-1]) if piece.startswith('"') else manipulators.get(piece, ".+") for piece in pieces
+    )
