@@ -31,6 +31,7 @@ static HANDLE getToken (bool isElevated)
 int main (int, char* argv[])
 {
     const std::string way = argv[1];
+    const auto hasConsole = way != "without-console";
     std::wstring commandLine = GetCommandLineW();
     commandLine.erase (0, commandLine.find (std::wstring (way.begin(), way.end())) + way.size() + 1);
 
@@ -41,7 +42,7 @@ int main (int, char* argv[])
     if (way == "unelevated")
         startup.hStdInput = GetStdHandle (STD_INPUT_HANDLE);
 
-    if (way != "without-console")
+    if (hasConsole)
     {
         startup.hStdOutput = GetStdHandle (STD_OUTPUT_HANDLE);
         startup.hStdError = GetStdHandle (STD_ERROR_HANDLE);
@@ -55,8 +56,8 @@ int main (int, char* argv[])
                               commandLine.data(),
                               nullptr,
                               nullptr,
-                              TRUE,
-                              way == "without-console" ? DETACHED_PROCESS : 0,
+                              hasConsole,
+                              hasConsole ? 0 : DETACHED_PROCESS,
                               nullptr,
                               nullptr,
                               &startup,
