@@ -2,6 +2,8 @@
 
 import subprocess
 
+import shutil
+
 import pytest
 
 from machines import contents_of, put
@@ -132,19 +134,25 @@ def test_lists_a_path_once_that_two_missing_locations_give(windows):
     assert run == failed(opening(PRODUCT_MANAGER) + not_removed(PRODUCT_MANAGER, "C:\\OrvexProductManager"))
 
 
-def test_leaves_the_folders_of_other_accounts_alone(linux):
-    user_data = linux.root / "home/another/.config"
+@pytest.fixture
+def other_home(windows):
+    """The home of an account that the program does not run as."""
+    home = windows.home.with_name("another")
+    yield home
+    shutil.rmtree(home)
 
+
+def test_leaves_the_folders_of_other_accounts_alone(windows, other_home):
     for child in (child for product in PRODUCTS for base, child in product.table if base == "user_data"):
-        place_folder(user_data / child)
+        place_folder(other_home / "AppData" / "Roaming" / child)
 
-    before = contents_of(user_data)
-    own = MEDIA_SERVER.paths(linux)[-1]
+    before = contents_of(other_home)
+    own = MEDIA_SERVER.paths(windows)[-1]
     place_folder(own)
 
-    run = linux.run("--clean=All", answers=YES_TO_ALL)
+    run = windows.run("--clean=All", answers=YES_TO_ALL)
 
     outcomes = {product: removed(product) for product in PRODUCTS}
-    outcomes |= {MEDIA_SERVER: removed(MEDIA_SERVER, linux.shown(own))}
-    assert run == succeeded(linux, over_all(outcomes))
-    assert contents_of(user_data) == before
+    outcomes |= {MEDIA_SERVER: removed(MEDIA_SERVER, windows.shown(own))}
+    assert run == succeeded(windows, over_all(outcomes))
+    assert contents_of(other_home) == before
