@@ -1,8 +1,7 @@
 """Each product from its question to its verdict, on machines that have all of it, a part, or nothing."""
 
-import subprocess
-
 import shutil
+import subprocess
 
 import pytest
 
