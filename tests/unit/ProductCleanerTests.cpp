@@ -65,9 +65,9 @@ TEST_F (Cleaner, CountsAListedDirectoryThatVanishedAfterTheTestsAsAFile)
                             "Info: File deleted: " + path ("file") }));
 }
 
-TEST_F (Cleaner, TakesTheDirectoriesInOrderAndThenTheFilesInOrder)
+TEST_F (Cleaner, TakesTheDirectoriesInOrderAndThenTheFilesInOrderEachAsWhatItIs)
 {
-    folder.make ({ "z/", "a/", "y", "b" });
+    folder.make ({ "z/", "a", "y", "b/" });
     listFiles ({ "y", "b" });
     listDirectories ({ "z", "a" });
 
@@ -76,12 +76,12 @@ TEST_F (Cleaner, TakesTheDirectoriesInOrderAndThenTheFilesInOrder)
                           2,
                           { "Info: Deleting directory: " + path ("z"),
                             "Info: Directory deleted: " + path ("z"),
-                            "Info: Deleting directory: " + path ("a"),
-                            "Info: Directory deleted: " + path ("a"),
+                            "Warning: Directory is actually a file, attempting to delete file...",
+                            "Info: File deleted: " + path ("a"),
                             "Info: Deleting file: " + path ("y"),
                             "Info: File deleted: " + path ("y"),
-                            "Info: Deleting file: " + path ("b"),
-                            "Info: File deleted: " + path ("b") }));
+                            "Warning: File is actually a directory, attempting to delete recursively...",
+                            "Info: Directory deleted: " + path ("b") }));
 }
 
 TEST_F (Cleaner, RemovesEntriesAndContentsOfAnyName)
@@ -125,6 +125,21 @@ TEST_F (Cleaner, TriesOnceToDeleteWhatCannotBeDeleted)
 
     EXPECT_EQ (attempts.getPaths(),
                (Lines { path ("1/file"), path ("2/file"), path ("2"), path ("3/file"), path ("4/file"), path ("4") }));
+}
+
+TEST_F (Cleaner, FailsWithAnyOneEntryThatCannotBeDeleted)
+{
+    const auto file = folder.makeUndeletableFile ("folder/file");
+    const auto directory = file.getParentDirectory();
+
+    TestCleaner cleaners[4];
+    cleaners[0].addDirectory (directory);
+    cleaners[1].addDirectory (file);
+    cleaners[2].files.add (directory);
+    cleaners[3].files.add (file);
+
+    for (auto& one : cleaners)
+        EXPECT_EQ (one.clean(), (CleanResult { false, 0, 0 }));
 }
 
 TEST_F (Cleaner, CarriesOnAfterEachFailureAndNeverTakesItBack)
