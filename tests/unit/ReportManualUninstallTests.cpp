@@ -11,8 +11,8 @@ TEST (ReportManualUninstall, PrintsThePathAsItCame)
 {
     RecordingLogger logger;
     TemporaryFolder folder;
-    folder.makeFile ("uninstall.exe");
-    const auto path = folder.getFullPathName() + "/./more/../uninstall.exe";
+    folder.makeFile ("un install.exe");
+    const auto path = folder.getFullPathName() + "/./more/../un install.exe";
     folder.makeFolder ("more");
     ASSERT_NE (juce::File (path).getFullPathName(), path);
 
