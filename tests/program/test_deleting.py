@@ -2,7 +2,7 @@
 
 import pytest
 
-from machines import contents_of, put
+from machines import contents_of, put, wait_for
 from products import CONTENT
 from runs import failed, succeeded
 from texts import QUESTION, not_removed, removed
@@ -22,7 +22,7 @@ def test_removes_the_rest_of_a_tree_around_a_file_that_cannot_be_deleted(machine
     assert not (content / "Zzz").exists()
 
 
-def test_fails_at_an_undeletable_file_in_the_folders_place(machine):
+def test_fails_at_an_undeletable_file_in_the_folders_place_and_does_not_show_its_log_file(machine):
     put(machine.content.parent, "Content")
     machine.make_undeletable(machine.content)
 
@@ -40,6 +40,7 @@ def test_fails_at_an_undeletable_file_in_the_folders_place(machine):
 """
     )
     assert machine.content.read_text() == "data"
+    assert wait_for(machine.shown_folders, seconds=1) == []
 
 
 # Windows only: on Linux the location is always known.

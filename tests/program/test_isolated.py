@@ -8,7 +8,7 @@ import pytest
 
 from machines import AS_IN_CONTAINER, ISOLATED, Container, way_of_isolation
 from test_deleting import (
-    test_fails_at_an_undeletable_file_in_the_folders_place,
+    test_fails_at_an_undeletable_file_in_the_folders_place_and_does_not_show_its_log_file,
     test_removes_the_rest_of_a_tree_around_a_file_that_cannot_be_deleted,
 )
 from test_elevation import test_refuses_everything_without_administrator_rights
@@ -21,7 +21,7 @@ from test_faults import (
 # The whole program as well is tried on a machine that is made as in a container, in the tests that depend most on how
 # a machine is made.
 TRIED_IN_A_CONTAINER = [
-    test_fails_at_an_undeletable_file_in_the_folders_place,
+    test_fails_at_an_undeletable_file_in_the_folders_place_and_does_not_show_its_log_file,
     test_fills_the_disk_with_the_log_and_goes_on_without_it,
     test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt,
     test_refuses_everything_without_administrator_rights,
