@@ -33,7 +33,7 @@ ASK_FOR_THE_VERSION = [
     "-v",
     "-clean=OrvexStudio",  # one dash, and a v
     "--version=2",
-    "--clean --version",
+    "--clean=All --version",
 ]
 
 PRINTED = {arguments: HELP for arguments in ASK_FOR_HELP} | dict.fromkeys(ASK_FOR_THE_VERSION, VERSION_TEXT)
