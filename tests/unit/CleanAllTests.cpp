@@ -43,6 +43,7 @@ protected:
 
         const Console console (input);
         cleanAll (total);
+        EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? Y/n? Y/n? ");
         return total;
     }
 
