@@ -103,6 +103,7 @@ TEST (LogFilter, ReadsTheClockOnceForAMessageAndNotAtAllForADroppedOne)
     TestLogger logger;
     logger.showTimestamps = true;
     logger.minimumLevel = Info;
+    logger.open();
 
     const auto before = readingsOfTheClock.load();
     logger.log (Debug, "dropped");
