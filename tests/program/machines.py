@@ -396,10 +396,10 @@ class Windows(Machine):
     def close_explorers(self) -> None:
         # The desktop's ends a second after the last of the others, and shows no folder any more until then. One that
         # was being started for a program that was killed does not end by itself.
-        if not wait_for(self.has_closed_explorers, seconds=5):
+        if not wait_for(self.end_explorers, seconds=5):
             self.prepare()
 
-    def has_closed_explorers(self) -> bool:
+    def end_explorers(self) -> bool:
         """Ends those that show a folder, and tells whether none is left."""
         for explorer, shown in self.explorers().items():
             if shown != DESKTOP:
