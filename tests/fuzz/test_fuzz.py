@@ -22,7 +22,7 @@ def test_the_program_does_what_the_model_says_for_any_input(target, tmp_path):
 
     run = subprocess.run(
         [
-            TOP / "build/fuzz/tests/fuzz" / target,
+            TOP / "build/sanitize/tests/fuzz" / target,
             f"-runs={RUNS[target]}", "-seed=1", f"-artifact_prefix={tmp_path}/",
             learnt, TOP / "tests/fuzz/corpus" / target,
         ],
