@@ -4,8 +4,8 @@
 add_compile_options (-w)
 add_link_options (-fuse-ld=lld)
 
-if (NOT WIN32)
+if (WIN32)
+    cmake_language (DEFER CALL target_precompile_headers orvex_cleaner PRIVATE <juce_core/juce_core.h>)
+else()
     add_compile_options (-O0)
 endif()
-
-cmake_language (DEFER CALL target_precompile_headers orvex_cleaner PRIVATE <juce_core/juce_core.h>)
