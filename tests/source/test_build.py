@@ -6,7 +6,7 @@ import shutil
 import subprocess
 from pathlib import Path
 
-from machines import TOP
+from machines import TOP, output_of
 
 JUCE_COMMIT = "4e68af7fde8a0a64e808fb1a37999a690873c9de"  # of the tag 7.0.4
 GOOGLETEST_COMMIT = "6910c9d9165801d8827d628cb72eb7ea9dd538c5"  # of the tag v1.16.0
@@ -74,14 +74,11 @@ def test_fetches_nothing_where_it_has_both(tmp_path):
 
 
 def test_no_cleaner_throws_or_catches():
-    build = TOP / "build" / "native"
     sources = sorted((TOP / "src" / "cleaning").glob("*.cpp"))
     objects = [f"CMakeFiles/orvex_cleaner.dir/src/cleaning/{source.name}.o" for source in sources]
-    subprocess.run(["ninja", "-C", build, *objects], stdout=subprocess.DEVNULL, check=True)
+    output_of(TOP / "scripts" / "support" / "build", "native", *objects)
 
-    needed = subprocess.run(
-        ["nm", "--undefined-only", *objects], cwd=build, stdout=subprocess.PIPE, text=True, check=True
-    )
+    needed = output_of("nm", "--undefined-only", *objects, cwd=TOP / "build" / "native")
 
-    assert "TessaraWorks" in needed.stdout
-    assert re.findall(r"__cxa_(?:throw|rethrow|begin_catch)\b", needed.stdout) == []
+    assert "TessaraWorks" in needed
+    assert re.findall(r"__cxa_(?:throw|rethrow|begin_catch)\b", needed) == []
