@@ -26,6 +26,7 @@ SCRATCH = Path(f"/dev/shm/orvex-bench-{os.getpid()}")  # in memory: a disk's tim
 CONSOLE = SCRATCH / "Console.txt"  # /dev/null is written to character by character, as if it were a real one
 WINE_PREFIX = BUILD / "bench-windows"
 DRIVE_C = WINE_PREFIX / "drive_c"
+WINE = ["prlimit", "--data=0:", "wine"]  # as scripts/support/wine-environment does
 
 
 class Amounts:
@@ -63,7 +64,7 @@ def on_linux(name: str) -> list[str]:
 
 
 def under_wine(name: str) -> list[str]:
-    return ["wine", f"C:\\{name}.exe"]
+    return [*WINE, f"C:\\{name}.exe"]
 
 
 @dataclass
@@ -188,7 +189,7 @@ def deletions_under_wine(amounts: Amounts):
     content = "C:\\ProgramData\\TessaraWorks\\Content"
     program = [*under_wine("OrvexCleaner"), "--clean=Content"]
     bare_call = [*under_wine("DeleteRecursively"), content]
-    rd = ["wine", "cmd", "/c", "rd", "/s", "/q", content]
+    rd = [*WINE, "cmd", "/c", "rd", "/s", "/q", content]
 
     # In one folder, Wine would take a minute: it looks for each name, in upper and lower case, among all.
     folders, files = amounts.folders, amounts.files_under_wine
@@ -311,7 +312,7 @@ def main() -> None:
     amounts = Amounts(quick)
     prepare()
     subprocess.run(["wineserver", "--persistent"], env=wine_environment(), check=True)
-    start_windows = ["wine", "cmd", "/c", "exit"]
+    start_windows = [*WINE, "cmd", "/c", "exit"]
     subprocess.run(start_windows, env=wine_environment(), cwd=DRIVE_C, check=True)
     header = ["Measured", "Orvex Cleaner", "Yardstick", "", "Ratio", "Spread"]
     lines = []

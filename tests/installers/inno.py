@@ -30,7 +30,7 @@ class InnoWindows(Windows):
     @classmethod
     def entered(cls, *command: str) -> list[str]:
         enter = [str(TOP / "scripts" / "support" / "inno-machine"), str(cls.debian)]
-        return [*enter, "env", "--chdir=/windows/drive_c", *command]
+        return [*enter, "env", "--chdir=/windows/drive_c", *super().entered(*command)]
 
     @classmethod
     def environment(cls) -> dict[str, str]:

@@ -250,7 +250,7 @@ class Windows(Machine):
     @classmethod
     def entered(cls, *command: str) -> list[str]:
         """The command by which the host runs a command of the system that this Windows lies in."""
-        return list(command)
+        return ["prlimit", "--data=0:", *command]  # as scripts/support/wine-environment does
 
     @classmethod
     def environment(cls) -> dict[str, str]:

@@ -160,7 +160,7 @@ def output(windows):
 def exit_code_of(windows, command: str) -> int:
     """Has Windows' own shell run a command beside the program, with somebody there who would decline everything."""
     with windows.input(NO_TO_ALL) as person:
-        run = ["wine", "cmd", "/c", command]
+        run = windows.entered("wine", "cmd", "/c", command)
         return subprocess.run(run, env=wine_environment(), cwd=windows.downloads, stdin=person).returncode
 
 
