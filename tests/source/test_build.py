@@ -22,8 +22,8 @@ def configured(folder: Path, git_config: str, *options: str) -> str:
     return run.stdout
 
 
-def juce_of_native_build() -> Path:
-    cache = (TOP / "build" / "native" / "CMakeCache.txt").read_text()
+def juce_of_build() -> Path:
+    cache = (TOP / "build" / "sanitize" / "CMakeCache.txt").read_text()
     return Path(re.search("^ORVEX_JUCE_MODULES_DIR:PATH=(.+)$", cache, re.MULTILINE)[1])
 
 
@@ -42,7 +42,7 @@ def publish(repository: Path, commit: str) -> None:
 
 def test_fetches_juce_7_0_4_and_googletest_by_their_commits(tmp_path):
     juce, googletest = tmp_path / "juce", tmp_path / "googletest"
-    shutil.copytree(juce_of_native_build(), juce / "modules")
+    shutil.copytree(juce_of_build(), juce / "modules")
     shutil.copytree("/usr/src/googletest", googletest)
     header = juce / "modules" / "juce_core" / "system" / "juce_StandardHeader.h"
     header.write_text(re.sub(r"(?<=#define JUCE_BUILDNUMBER)\s+\d+", " 4", header.read_text()))
@@ -69,7 +69,7 @@ def test_fetches_juce_7_0_4_and_googletest_by_their_commits(tmp_path):
 def test_fetches_nothing_where_it_has_both(tmp_path):
     said = configured(tmp_path, "")
 
-    assert f"JUCE 7.0.5 in {juce_of_native_build()}" in said
+    assert f"JUCE 7.0.5 in {juce_of_build()}" in said
     assert not (tmp_path / "build" / "_deps").exists()
 
 
