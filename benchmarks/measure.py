@@ -8,6 +8,7 @@ it is so little that the figures mean nothing and nothing is written: it shows t
 import argparse
 import os
 import platform
+import resource
 import shutil
 import subprocess
 import sys
@@ -26,7 +27,6 @@ SCRATCH = Path(f"/dev/shm/orvex-bench-{os.getpid()}")  # in memory: a disk's tim
 CONSOLE = SCRATCH / "Console.txt"  # /dev/null is written to character by character, as if it were a real one
 WINE_PREFIX = BUILD / "bench-windows"
 DRIVE_C = WINE_PREFIX / "drive_c"
-WINE = ["prlimit", "--data=0:", "wine"]  # as scripts/support/wine-environment does
 
 
 class Amounts:
@@ -64,7 +64,7 @@ def on_linux(name: str) -> list[str]:
 
 
 def under_wine(name: str) -> list[str]:
-    return [*WINE, f"C:\\{name}.exe"]
+    return ["wine", f"C:\\{name}.exe"]
 
 
 @dataclass
@@ -189,7 +189,7 @@ def deletions_under_wine(amounts: Amounts):
     content = "C:\\ProgramData\\TessaraWorks\\Content"
     program = [*under_wine("OrvexCleaner"), "--clean=Content"]
     bare_call = [*under_wine("DeleteRecursively"), content]
-    rd = [*WINE, "cmd", "/c", "rd", "/s", "/q", content]
+    rd = ["wine", "cmd", "/c", "rd", "/s", "/q", content]
 
     # In one folder, Wine would take a minute: it looks for each name, in upper and lower case, among all.
     folders, files = amounts.folders, amounts.files_under_wine
@@ -311,8 +311,10 @@ def main() -> None:
     quick = parser.parse_args().quick
     amounts = Amounts(quick)
     prepare()
+    # As scripts/support/wine-environment says. It is the same for all that is measured, under Wine or not.
+    resource.setrlimit(resource.RLIMIT_DATA, (0, resource.getrlimit(resource.RLIMIT_DATA)[1]))
     subprocess.run(["wineserver", "--persistent"], env=wine_environment(), check=True)
-    start_windows = [*WINE, "cmd", "/c", "exit"]
+    start_windows = ["wine", "cmd", "/c", "exit"]
     subprocess.run(start_windows, env=wine_environment(), cwd=DRIVE_C, check=True)
     header = ["Measured", "Orvex Cleaner", "Yardstick", "", "Ratio", "Spread"]
     lines = []
