@@ -111,7 +111,7 @@ def deletion_on_linux(folders: int, files: int, command: list[str]) -> Use:
     content = machine / "opt" / "TessaraWorks" / "Content"
     make_files(content, folders, files)
     program = ["--file", command[0], "/bin/program", "--", "/bin/program", *command[1:]]
-    use = use_of([str(TOP / "tests" / "isolated"), str(machine), *program], dict(os.environ))
+    use = use_of([str(TOP / "tests" / "shared" / "isolated"), str(machine), *program], dict(os.environ))
 
     if content.exists():
         sys.exit(f"bench: not deleted by {command}")

@@ -4,7 +4,7 @@ import subprocess
 
 import pytest
 
-from machines import TOP
+from project import TOP
 
 # So many that each target takes some ten seconds at most.
 RUNS = {

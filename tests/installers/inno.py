@@ -3,7 +3,8 @@
 import subprocess
 from contextlib import contextmanager
 
-from machines import BUILD, TOP, UNINSTALL_KEY, Windows, remove_all, wine_environment
+from machines import UNINSTALL_KEY, Windows, remove_all, wine_environment
+from project import BUILD, SUPPORT
 
 
 class InnoWindows(Windows):
@@ -29,7 +30,7 @@ class InnoWindows(Windows):
 
     @classmethod
     def entered(cls, *command: str) -> list[str]:
-        enter = [str(TOP / "scripts" / "support" / "inno-machine"), str(cls.debian)]
+        enter = [str(SUPPORT / "inno-machine"), str(cls.debian)]
         return [*enter, "env", "--chdir=/windows/drive_c", *super().entered(*command)]
 
     @classmethod

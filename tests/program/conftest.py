@@ -1,54 +1,16 @@
 import copy
-import os
 
 import pytest
 
-from machines import BUILD, WINE_PREFIX, Linux, Windows
+from machines import WINE_PREFIX
 
 pytest.register_assert_rewrite("random_machines")
-
-# Each is Windows or a preset that was built for Linux, the strictest last. If they are chosen, only what they
-# run is left.
-CHOSEN = os.environ.get("ORVEX_TEST_MACHINES")
-MACHINES = (CHOSEN or "windows native sanitize").split()
-LINUX = [name for name in MACHINES if name != "windows"][-1:]
 
 
 def pytest_addoption(parser):
     parser.addoption(
         "--fresh", type=int, default=0, metavar="NUMBER", help="try so many random machines that are not fixed"
     )
-
-
-@pytest.hookimpl(tryfirst=True)
-def pytest_collection_modifyitems(config, items):
-    left_out = [item for item in items if CHOSEN and kind_of(item) not in MACHINES]
-    config.hook.pytest_deselected(items=left_out)
-
-    # Where several workers share the tests, those that go to one together go first: those of the packages, which take
-    # longest, and those of a module that need Windows.
-    items[:] = sorted(
-        (item for item in items if item not in left_out),
-        key=lambda item: (item.module.__name__ != "test_package", kind_of(item) != "windows"),
-    )
-    for item in items:
-        if kind_of(item) == "windows" and not item.get_closest_marker("xdist_group"):
-            item.add_marker(pytest.mark.xdist_group(item.module.__name__))
-
-
-def kind_of(item) -> str | None:
-    """The kind of machine that a test runs on, if it does."""
-    if "windows_is_up" in item.fixturenames or "windows_executable" in item.fixturenames:
-        return "windows"
-
-    parameters = item.callspec.params if hasattr(item, "callspec") else {}
-    return parameters.get("machine", parameters.get("linux"))
-
-
-@pytest.fixture
-def windows(windows_is_up, tmp_path):
-    """A clean Windows with the program in the Downloads folder."""
-    return Windows(tmp_path)
 
 
 @pytest.fixture
@@ -61,28 +23,6 @@ def drive_d(windows, tmp_path):
     letter.symlink_to(drive)
     yield drive
     letter.unlink()
-
-
-@pytest.fixture(params=LINUX)
-def linux(request, tmp_path):
-    """A clean Linux with the program in the Downloads folder."""
-    return Linux(tmp_path, request.param)
-
-
-@pytest.fixture(params=[name for name in MACHINES if name == "windows"] + LINUX)
-def machine(request, tmp_path):
-    """A clean Windows and a clean Linux in turn."""
-    if request.param == "windows":
-        request.getfixturevalue("windows_is_up")
-        return Windows(tmp_path)
-
-    return Linux(tmp_path, request.param)
-
-
-@pytest.fixture
-def windows_executable():
-    """The executable as it was built for Windows."""
-    return BUILD / "windows" / "OrvexCleaner.exe"
 
 
 @pytest.fixture

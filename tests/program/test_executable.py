@@ -11,7 +11,7 @@ from xml.etree import ElementTree
 import pytest
 from pefile import PE, RESOURCE_TYPE
 
-from machines import BUILD, TOP
+from project import BUILD, TOP
 from release import IS_MADE_HERE, VERSION
 
 # What the program may call of each DLL. All of these lie in the system's folder of every Windows from 7 to 11.

@@ -10,8 +10,9 @@ from pathlib import Path
 
 import pytest
 
-from machines import Windows, answer, output_of, put, wait_for
+from machines import Windows, answer, put, wait_for
 from products import CONTENT, MEDIA_SERVER, ORVEX_STUDIO
+from project import output_of
 from runs import Run, failed, succeeded
 from texts import (
     ALL_PRODUCTS,

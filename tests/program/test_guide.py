@@ -5,8 +5,9 @@ import subprocess
 
 import pytest
 
-from machines import STAMP, TOP, put, wine_environment
+from machines import STAMP, put, wine_environment
 from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS, TARGETS
+from project import TOP
 from release import SUPPORT_ADDRESS
 from runs import clean
 from texts import BANNER, FAILURE, LOG_BANNER, NO_TO_ALL, ending

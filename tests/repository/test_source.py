@@ -3,7 +3,7 @@
 import subprocess
 from pathlib import Path
 
-from machines import TOP, output_of
+from project import TOP, output_of
 
 
 def tracked(*patterns: str) -> list[str]:

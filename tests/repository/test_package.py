@@ -17,7 +17,7 @@ from pathlib import Path
 
 import pytest
 
-from machines import TOP, output_of
+from project import SUPPORT, TOP, output_of
 from release import BUILD_TAG, IS_MADE_HERE, SUPPORT_ADDRESS, VERSION
 
 MAJOR_MINOR, _, PATCH = VERSION.rpartition(".")
@@ -299,7 +299,7 @@ def test_bills_nothing_that_its_table_or_the_notices_do_not_name(sources, tmp_pa
     (tmp_path / "map").write_text((sources / "dist" / MAP).read_text().replace(" libz:", f" {linked}"))
     (tmp_path / "notices").write_text((TOP / NOTICES).read_text().replace("zlib\n----\n", named))
 
-    bill = [TOP / "scripts/support/bill-of-materials", "map", "notices", VERSION, "2026-11-21T00:00:00Z", "7.0.5"]
+    bill = [SUPPORT / "bill-of-materials", "map", "notices", VERSION, "2026-11-21T00:00:00Z", "7.0.5"]
     run = subprocess.run(bill, cwd=tmp_path, capture_output=True, text=True)
 
     assert run.stderr == told
@@ -315,7 +315,7 @@ def version_of(name: str) -> str:
 def validator(tmp_path_factory):
     """Says "valid" of a bill, or what is wrong with it."""
     folder = tmp_path_factory.mktemp("validator")
-    shutil.copy(TOP / "tests" / "tools" / "validate-bill.js", folder)
+    shutil.copy(TOP / "tests" / "repository" / "validate-bill.js", folder)
     packages = ["@cyclonedx/cyclonedx-library@6.13.1", "ajv@8.17.1", "ajv-formats@3.0.1"]
     packages += ["ajv-formats-draft2019@1.6.1", "spdx-expression-parse@4.0.0"]
     output_of("npm", "install", "--omit=optional", "--ignore-scripts", "--no-audit", "--no-fund", *packages, cwd=folder)

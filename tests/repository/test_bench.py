@@ -3,7 +3,7 @@
 import re
 import subprocess
 
-from machines import TOP
+from project import TOP
 
 
 def test_prints_a_ratio_for_each_row_of_the_document_and_leaves_that_alone_in_a_quick_run():

@@ -1,4 +1,4 @@
-"""The machine that tests/isolated makes: nothing on it is the host's, in whichever way it is made."""
+"""The machine that tests/shared/isolated makes: nothing on it is the host's, in whichever way it is made."""
 
 import os
 import subprocess
@@ -6,28 +6,7 @@ from pathlib import Path
 
 import pytest
 
-from machines import AS_IN_CONTAINER, ISOLATED, Container, way_of_isolation
-from test_deleting import (
-    test_fails_at_an_undeletable_file_in_the_folders_place_and_does_not_show_its_log_file,
-    test_removes_the_rest_of_a_tree_around_a_file_that_cannot_be_deleted,
-)
-from test_elevation import test_refuses_everything_without_administrator_rights
-from test_faults import (
-    test_fills_the_disk_with_the_log_and_goes_on_without_it,
-    test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt,
-    test_shares_the_log_file_with_a_copy_that_runs_while_it_waits,
-)
-
-# The whole program as well is tried on a machine that is made as in a container, in the tests that depend most on how
-# a machine is made.
-TRIED_IN_A_CONTAINER = [
-    test_fails_at_an_undeletable_file_in_the_folders_place_and_does_not_show_its_log_file,
-    test_fills_the_disk_with_the_log_and_goes_on_without_it,
-    test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt,
-    test_refuses_everything_without_administrator_rights,
-    test_removes_the_rest_of_a_tree_around_a_file_that_cannot_be_deleted,
-    test_shares_the_log_file_with_a_copy_that_runs_while_it_waits,
-]
+from machines import AS_IN_CONTAINER, ISOLATED, way_of_isolation
 
 
 @pytest.fixture
@@ -47,16 +26,6 @@ def isolated(request):
 
     request.getfixturevalue("root_of_container")
     return [str(AS_IN_CONTAINER), str(ISOLATED)]
-
-
-@pytest.fixture
-def machine(root_of_container, tmp_path):
-    return Container(tmp_path)
-
-
-@pytest.fixture
-def linux(machine):
-    return machine
 
 
 def run(*command) -> subprocess.CompletedProcess:
@@ -136,7 +105,7 @@ def test_says_in_one_sentence_that_a_machine_allows_neither_way(root_of_containe
 
     assert done.stdout == ""
     assert done.stderr == (
-        "tests/isolated: This machine allows neither new namespaces, which bubblewrap needs, nor what root may do "
+        "tests/shared/isolated: This machine allows neither new namespaces, which bubblewrap needs, nor what root may do "
         "in a container (chroot, setgid, setpcap, setuid).\n"
     )
     assert done.returncode == 1

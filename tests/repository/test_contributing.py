@@ -6,7 +6,7 @@ import subprocess
 
 import pytest
 
-from machines import TOP
+from project import TOP
 
 DOCUMENT = (TOP / "CONTRIBUTING.md").read_text().split("## Style")[0]
 COMMANDS = re.findall(r"^\| .+ \| `(.+)` \|$", DOCUMENT, re.MULTILINE)

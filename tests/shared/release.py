@@ -3,7 +3,7 @@
 import re
 from pathlib import Path
 
-TOP = Path(__file__).resolve().parents[2]
+from project import TOP
 
 
 def value_of(pattern: str) -> str:

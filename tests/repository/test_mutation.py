@@ -1,8 +1,13 @@
 """The changes that scripts/mutate tries, and the excuses for those that no test notices."""
 
+import sys
 from collections import Counter
 
-from changes import all_changes, changes_of, excuses
+from project import TOP
+
+sys.path.append(str(TOP / "tests" / "mutation"))
+
+from changes import all_changes, changes_of, excuses  # noqa: E402
 
 CODE = """\
 #include "Table.h"

@@ -6,7 +6,7 @@ import shutil
 import subprocess
 from pathlib import Path
 
-from machines import TOP, output_of
+from project import SUPPORT, TOP, output_of
 
 JUCE_COMMIT = "4e68af7fde8a0a64e808fb1a37999a690873c9de"  # of the tag 7.0.4
 GOOGLETEST_COMMIT = "6910c9d9165801d8827d628cb72eb7ea9dd538c5"  # of the tag v1.16.0
@@ -76,7 +76,7 @@ def test_fetches_nothing_where_it_has_both(tmp_path):
 def test_no_cleaner_throws_or_catches():
     sources = sorted((TOP / "src" / "cleaning").glob("*.cpp"))
     objects = [f"CMakeFiles/orvex_cleaner.dir/src/cleaning/{source.name}.o" for source in sources]
-    output_of(TOP / "scripts" / "support" / "build", "native", *objects)
+    output_of(SUPPORT / "build", "native", *objects)
 
     needed = output_of("nm", "--undefined-only", *objects, cwd=TOP / "build" / "native")
 
