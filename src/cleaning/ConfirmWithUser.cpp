@@ -9,8 +9,8 @@
 namespace TessaraWorks
 {
 
-// Guards against two habits of JUCE. A byte such as 80 where a character should begin ends the text for
-// it, so that a line of it would be a yes, but what is behind is copied as well, past the end of memory.
+// Guards against two habits of JUCE. It ends a string at a byte such as 80 where a character should begin,
+// so that a line of it would be a yes, but copies the bytes after it as well, past the end of its memory.
 // And Windows' 16-bit towlower makes y of U+10059, and nothing of U+10000.
 static bool isAscii (const std::string& line)
 {
@@ -27,7 +27,9 @@ bool confirmWithUser()
         std::cout << "Y/n? " << std::flush;
         std::getline (std::cin, line);
 
-        if (! isAscii (line))
+        // In code page 65001, Windows' console sends a NUL for each character beyond ASCII: a line of them
+        // is not empty, and so not a yes.
+        if (line.find ('\0') != std::string::npos || ! isAscii (line))
             continue;
 
         const auto answer = juce::String::fromUTF8 (line.c_str()).toLowerCase();

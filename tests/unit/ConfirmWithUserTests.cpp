@@ -66,11 +66,12 @@ INSTANTIATE_TEST_SUITE_P (ConfirmWithUser,
                                            "\xff",
                                            "\xed\xa0\x80")); // half of a surrogate pair
 
-TEST (ConfirmWithUser, LooksAtNothingBehindTheFirstNulCharacterOfALine)
+TEST (ConfirmWithUser, AsksAgainAfterALineWithANul)
 {
-    EXPECT_EQ (ask (std::string ("n\0o\n", 4)), no);
-    EXPECT_EQ (ask (std::string ("n\0\x80\n", 4)), no);
-    EXPECT_EQ (ask (std::string ("\0n\n", 3)), yes);
+    using namespace std::string_literals;
+
+    for (const auto& line : { "\0"s, "\0\0\0"s, "\0y"s, "\0n"s, "y\0"s, "n\0"s, "y\0\x80"s })
+        EXPECT_EQ (ask (line + "\nn\n"), again + no);
 }
 
 TEST (ConfirmWithUser, HonoursAnUnfinishedAnswerAtTheEndOfTheInputOnce)
