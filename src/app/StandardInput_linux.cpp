@@ -6,9 +6,9 @@
 namespace TessaraWorks
 {
 
-// Without this the log file, the first file that is opened, would get the number of the standard
-// input. JUCE never closes that one, and the prompt would read the log's own lines as answers.
-void provideStandardInput()
+// Otherwise the log file, the first file that is opened, would get the number of the standard input.
+// JUCE never closes that one, and the prompt would read the log's own lines as answers.
+void prepareStandardInput()
 {
     if (fcntl (STDIN_FILENO, F_GETFD) == -1)
         open ("/dev/null", O_RDONLY);

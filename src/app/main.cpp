@@ -9,7 +9,7 @@ using namespace TessaraWorks;
 
 int main (int argc, char* argv[])
 {
-    provideStandardInput();
+    prepareStandardInput();
 
     const auto versionText = juce::String (applicationName) + " " + applicationVersion + " build " + buildTag;
 

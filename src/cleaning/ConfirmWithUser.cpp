@@ -1,6 +1,7 @@
 #include "ConfirmWithUser.h"
 
 #include "../logging/Log.h"
+#include "ReadAnswer.h"
 
 #include <iostream>
 #include <limits>
@@ -25,7 +26,7 @@ bool confirmWithUser()
     for (;;)
     {
         std::cout << "Y/n? " << std::flush;
-        std::getline (std::cin, line);
+        readAnswer (line);
 
         // In code page 65001, Windows' console sends a NUL for each character beyond ASCII: a line of them
         // is not empty, and so not a yes.

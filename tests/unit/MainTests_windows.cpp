@@ -4,6 +4,25 @@
 
 using namespace TessaraWorks;
 
+TEST_F (Main, LetsCtrlCEndTheProcessBeforeAnythingElse)
+{
+    static Lines events;
+    events.clear();
+    const Console console;
+    logger.onLine = [] (const std::string& line) { events.push_back (line); };
+    const ReplacedImport<decltype (SetConsoleCtrlHandler)> control (
+        "SetConsoleCtrlHandler",
+        [] (PHANDLER_ROUTINE handler, BOOL isAdded) -> BOOL
+        {
+            events.push_back (handler == nullptr && ! isAdded ? "Ctrl+C is not ignored" : "something else");
+            return TRUE;
+        });
+
+    run ("--clean=Nothing");
+
+    EXPECT_EQ (events, (Lines { "Ctrl+C is not ignored", "Closed" }));
+}
+
 TEST_F (Main, ClosesTheLogFileAndThenClearsTheLoggerAfterARefusal)
 {
     const Console console;

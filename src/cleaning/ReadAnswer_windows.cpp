@@ -1,0 +1,37 @@
+#include "ReadAnswer.h"
+
+#include <windows.h>
+
+#include <iostream>
+
+namespace TessaraWorks
+{
+
+constexpr DWORD ctrlCTakesAtMostMilliseconds = 3000;
+
+// A pipe, a file and NUL are no console.
+static bool inputIsConsole()
+{
+    DWORD mode = 0;
+    return GetConsoleMode (GetStdHandle (STD_INPUT_HANDLE), &mode) != FALSE;
+}
+
+void readAnswer (std::string& line)
+{
+    const auto wasConsole = inputIsConsole();
+
+    std::getline (std::cin, line);
+
+    if (wasConsole && ! std::cin.good())
+    {
+        Sleep (ctrlCTakesAtMostMilliseconds);
+
+        if (! inputIsConsole())
+            std::cin.setstate (std::ios::badbit); // nothing else sets it, and it lasts
+    }
+
+    if (std::cin.bad())
+        line = "n";
+}
+
+} // namespace TessaraWorks
