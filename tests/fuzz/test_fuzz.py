@@ -11,7 +11,6 @@ RUNS = {
     "FuzzCommandLine": 100_000,
     "FuzzPrompt": 50_000,
     "FuzzRegistry": 20_000,
-    "FuzzLogger": 10_000,
 }
 
 
