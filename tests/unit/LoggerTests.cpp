@@ -14,7 +14,7 @@ using namespace TessaraWorks;
 
 TEST (LogInterface, BeginsWithItsDefaultSettings)
 {
-    const DefaultLogger logger;
+    const DefaultLogger logger {};
 
     EXPECT_EQ (logger.minimumLevel, Debug);
     EXPECT_TRUE (logger.showTimestamps);
@@ -469,7 +469,7 @@ static std::string stampOf (const juce::Time& time)
 
 TEST (TimeStamp, TellsTheLocalTimeOnceForAllItsPartsAndTheMillisecondsWithoutLeadingZeros)
 {
-    const DefaultLogger logger;
+    const DefaultLogger logger {};
     std::set<size_t> digitsOfMilliseconds;
 
     while (digitsOfMilliseconds.size() < 3) // a second at most

@@ -31,7 +31,7 @@ extern "C" int gettimeofday (timeval* time, void*) noexcept
 static std::string stampInTheHour (int localHour)
 {
     const auto hourOf = [] (std::time_t time) { return static_cast<int> (time / 3600 % 24); };
-    const DefaultLogger logger;
+    const DefaultLogger logger {};
 
     for (;;)
     {

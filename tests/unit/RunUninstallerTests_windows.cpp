@@ -81,7 +81,7 @@ TEST_F (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
 {
     static BOOL (*getExitCode) (HANDLE, DWORD*) = nullptr;
 
-    const FastClock clock;
+    const FastClock clock {};
     const ReplacedImport<decltype (GetExitCodeProcess)> askLater ("GetExitCodeProcess",
                                                                   [] (HANDLE process, DWORD* exitCode) -> BOOL
                                                                   {

@@ -72,7 +72,7 @@ static_assert (sizeof (DefaultLogger)
 
 TEST (Structure, OfTheLoggerHasTheSettingsInTheirOrder)
 {
-    const DefaultLogger logger;
+    const DefaultLogger logger {};
     const void* const settings[] = {
         &logger.minimumLevel, &logger.showTimestamps, &logger.spareFlag, &logger.logAllToFile
     };
@@ -115,7 +115,7 @@ static_assert (addNoDataMember<ContentCleaner,
 
 TEST (Structure, OfACleanerHasTheDirectoriesBeforeTheFiles)
 {
-    const TestCleaner cleaner;
+    const TestCleaner cleaner {};
 
     EXPECT_LT (static_cast<const void*> (&cleaner.directories), static_cast<const void*> (&cleaner.files));
 }
