@@ -18,9 +18,9 @@ struct Token
 static Token token;
 static Lines calls;
 
-static BOOL WINAPI openToken (HANDLE process, DWORD access, HANDLE* opened)
+static BOOL WINAPI openToken (HANDLE process, DWORD rights, HANDLE* opened)
 {
-    calls.push_back ("open with " + std::to_string (access));
+    calls.push_back ("open with " + std::to_string (rights));
     EXPECT_EQ (process, GetCurrentProcess());
 
     if (token.opens)
@@ -63,9 +63,9 @@ TEST (Elevation, IsWhatTheTokenTellsAndNoneIfThatCannotBeRead)
 
     for (const auto& row : rows)
     {
-        const ReplacedImport open ("OpenProcessToken", openToken);
-        const ReplacedImport read ("GetTokenInformation", readToken);
-        const ReplacedImport close ("CloseHandle", closeToken);
+        const ReplacedImport opening ("OpenProcessToken", openToken);
+        const ReplacedImport reading ("GetTokenInformation", readToken);
+        const ReplacedImport closing ("CloseHandle", closeToken);
         token = row.token;
         calls.clear();
 

@@ -77,16 +77,16 @@ public:
     std::map<int, std::string> openKeys;
 
 private:
-    static LSTATUS WINAPI open (HKEY hive, const wchar_t* path, DWORD options, REGSAM access, HKEY* key)
+    static LSTATUS WINAPI open (HKEY hive, const wchar_t* path, DWORD options, REGSAM rights, HKEY* key)
     {
         const auto text = juce::String (path).toStdString();
-        current->calls.push_back ("open " + text + " with " + juce::String::toHexString (access).toStdString());
+        current->calls.push_back ("open " + text + " with " + juce::String::toHexString (rights).toStdString());
         EXPECT_EQ (hive, HKEY_LOCAL_MACHINE);
         EXPECT_EQ (options, 0u);
 
         const auto result = juce::String (path).endsWith ("Locked")
                               ? static_cast<LSTATUS> (ERROR_ACCESS_DENIED)
-                              : current->openKey.original (hive, path, options, access, key);
+                              : current->openKey.original (hive, path, options, rights, key);
 
         if (result == ERROR_SUCCESS)
         {
@@ -104,11 +104,11 @@ private:
                                      DWORD* reserved,
                                      wchar_t* kind,
                                      DWORD* kindLength,
-                                     FILETIME* time)
+                                     FILETIME* lastWrite)
     {
         current->calls.push_back ("enumerate " + toText (key) + " at " + std::to_string (index) + " into "
                                   + std::to_string (*length));
-        EXPECT_TRUE (reserved == nullptr && kind == nullptr && kindLength == nullptr && time == nullptr);
+        EXPECT_TRUE (reserved == nullptr && kind == nullptr && kindLength == nullptr && lastWrite == nullptr);
         return current->enumerateKey.original (key, index, name, length, reserved, kind, kindLength, time);
     }
 

@@ -29,7 +29,7 @@ TEST (Image, LoadsNoDllOfTheSystemsThatLiesBesideIt)
 // What has no entry is taken for a function without a frame, and its caller for what lies on the stack.
 TEST (Image, HasTheUnwindInformationOfTheStandardLibrary)
 {
-    const auto function = reinterpret_cast<DWORD64> (&std::use_facet<std::ctype<char>>);
+    const std::ctype<char>& (*const function) (const std::locale&) = &std::use_facet<std::ctype<char>>;
     DWORD64 image = 0;
-    EXPECT_NE (RtlLookupFunctionEntry (function, &image, nullptr), nullptr);
+    EXPECT_NE (RtlLookupFunctionEntry (reinterpret_cast<DWORD64> (function), &image, nullptr), nullptr);
 }

@@ -269,7 +269,7 @@ TEST (LoggerConsole, ShowsWholeLinesOfTwoThreads)
 }
 
 // What a banner tells of the moment in which a file was opened, put together without the library.
-static std::string startOf (const juce::Time& time)
+static std::string startOf (const juce::Time& moment)
 {
     static const char* const months[] = { "Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                           "Jul", "Aug", "Sep", "Oct", "Nov", "Dec" };
@@ -277,13 +277,13 @@ static std::string startOf (const juce::Time& time)
     std::snprintf (text,
                    sizeof (text),
                    "\r\nLog started: %d %s %d %d:%02d:%02d%s\r\n",
-                   time.getDayOfMonth(),
-                   months[time.getMonth()],
-                   time.getYear(),
-                   time.getHours() % 12 == 0 ? 12 : time.getHours() % 12,
-                   time.getMinutes(),
-                   time.getSeconds(),
-                   time.getHours() < 12 ? "am" : "pm");
+                   moment.getDayOfMonth(),
+                   months[moment.getMonth()],
+                   moment.getYear(),
+                   moment.getHours() % 12 == 0 ? 12 : moment.getHours() % 12,
+                   moment.getMinutes(),
+                   moment.getSeconds(),
+                   moment.getHours() < 12 ? "am" : "pm");
     return text;
 }
 
@@ -296,12 +296,12 @@ TEST (LogFile, TellsTheLocalTimeOnA12HourClockInItsBanner)
     const auto after = juce::Time::getCurrentTime();
     const juce::String bytes (TestLogger::bytesOf (logger.file));
 
-    auto time = before;
+    auto moment = before;
 
-    while (time < after && ! bytes.contains (startOf (time)))
-        time += juce::RelativeTime::seconds (1);
+    while (moment < after && ! bytes.contains (startOf (moment)))
+        moment += juce::RelativeTime::seconds (1);
 
-    EXPECT_TRUE (bytes.contains (startOf (time))) << bytes;
+    EXPECT_TRUE (bytes.contains (startOf (moment))) << bytes;
 }
 
 TEST (LogFile, IsNoBusinessOfJucesCurrentLogger)
@@ -454,16 +454,16 @@ TEST (LogFileSizeLimit, DoesNotHoldDuringARun)
 }
 
 // The stamp of a moment, put together without the class under test.
-static std::string stampOf (const juce::Time& time)
+static std::string stampOf (const juce::Time& moment)
 {
     char text[50];
     std::snprintf (text,
                    sizeof (text),
                    "[%d:%02d:%02d:%d]",
-                   time.getHours(),
-                   time.getMinutes(),
-                   time.getSeconds(),
-                   time.getMilliseconds());
+                   moment.getHours(),
+                   moment.getMinutes(),
+                   moment.getSeconds(),
+                   moment.getMilliseconds());
     return text;
 }
 
@@ -478,12 +478,12 @@ TEST (TimeStamp, TellsTheLocalTimeOnceForAllItsPartsAndTheMillisecondsWithoutLea
         const auto stamp = logger.formatTimestamp().toStdString();
         const auto after = juce::Time::getCurrentTime();
 
-        auto time = before;
+        auto moment = before;
 
-        while (time < after && stamp != stampOf (time))
-            time += juce::RelativeTime::milliseconds (1);
+        while (moment < after && stamp != stampOf (moment))
+            moment += juce::RelativeTime::milliseconds (1);
 
-        ASSERT_EQ (stamp, stampOf (time));
-        digitsOfMilliseconds.insert (std::to_string (time.getMilliseconds()).size());
+        ASSERT_EQ (stamp, stampOf (moment));
+        digitsOfMilliseconds.insert (std::to_string (moment.getMilliseconds()).size());
     }
 }

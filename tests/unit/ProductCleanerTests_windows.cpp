@@ -42,7 +42,7 @@ TEST_F (Cleaner, TakesPathsThatDifferInCaseForOneAndKeepsTheFirst)
 TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheRest)
 {
     folder.make ({ "tree/a/file", "tree/m/file", "tree/z/file" });
-    const FileInUse open (folder.getChildFile ("tree/m/file"));
+    const FileInUse fileInUse (folder.getChildFile ("tree/m/file"));
     listDirectories ({ "tree" });
 
     EXPECT_EQ (clean(),

@@ -59,12 +59,12 @@ TEST_F (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
             BOOL inheritsHandles,
             DWORD flags,
             void* environment,
-            const wchar_t* folder,
+            const wchar_t* workingFolder,
             STARTUPINFOW* startup,
             PROCESS_INFORMATION*) -> BOOL
         {
             calls.push_back (juce::String (commandLine).toStdString());
-            EXPECT_TRUE (program == nullptr && environment == nullptr && folder == nullptr);
+            EXPECT_TRUE (program == nullptr && environment == nullptr && workingFolder == nullptr);
             EXPECT_TRUE (inheritsHandles);
             EXPECT_NE (flags & CREATE_NO_WINDOW, 0u);
             EXPECT_NE (startup->dwFlags & STARTF_USESTDHANDLES, 0u);
@@ -81,7 +81,7 @@ TEST_F (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
 {
     static BOOL (*getExitCode) (HANDLE, DWORD*) = nullptr;
 
-    const FastClock clock {};
+    const FastClock fastClock {};
     const ReplacedImport<decltype (GetExitCodeProcess)> askLater ("GetExitCodeProcess",
                                                                   [] (HANDLE process, DWORD* exitCode) -> BOOL
                                                                   {

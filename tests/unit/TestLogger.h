@@ -36,12 +36,12 @@ public:
 
     /** What is in the file, without the times. */
     std::string filed() const { return filed (file); }
-    static std::string filed (const juce::File& file) { return withoutTimes (bytesOf (file)); }
+    static std::string filed (const juce::File& logFile) { return withoutTimes (bytesOf (logFile)); }
 
-    static std::string bytesOf (const juce::File& file)
+    static std::string bytesOf (const juce::File& logFile)
     {
         juce::MemoryBlock block;
-        file.loadFileAsData (block);
+        logFile.loadFileAsData (block);
         return { static_cast<const char*> (block.getData()), block.getSize() };
     }
 

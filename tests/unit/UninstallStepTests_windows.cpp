@@ -36,7 +36,7 @@ TEST_F (UninstallOnWindows, OfTheStudioAdvisesTwiceWhenBothUninstallersOutlastTh
     registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
     registry.add ({ "Sample 2", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
 
-    const FastClock clock {};
+    const FastClock fastClock {};
     EXPECT_EQ (preClean<OrvexStudioCleaner>(), stops);
 
     EXPECT_EQ (logger.lines,
