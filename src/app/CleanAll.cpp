@@ -1,7 +1,6 @@
 #include "CleanAll.h"
 
 #include "../logging/Log.h"
-#include "Commands.h"
 #include "ProductOffers.h"
 
 namespace TessaraWorks
@@ -18,13 +17,6 @@ struct Step
     const ProductOffer& product;
     Counts counts;
 };
-
-void cleanAllCommand (const juce::ArgumentList&)
-{
-    const auto executable = juce::File::getSpecialLocation (juce::File::currentExecutableFile).getFullPathName();
-
-    consoleApplication.findAndRunCommand (juce::ArgumentList (executable, juce::String ("--clean=All")), false);
-}
 
 void cleanAll (CleanResult& total)
 {

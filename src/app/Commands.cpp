@@ -1,7 +1,6 @@
 #include "Commands.h"
 
 #include "ApplicationInfo.h"
-#include "CleanAll.h"
 #include "CleanSession.h"
 
 namespace TessaraWorks
@@ -21,6 +20,13 @@ void registerCommands()
                                      "Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}",
                                      "Cleans out the target product from the local system for the current user.",
                                      cleanCommand });
+}
+
+void cleanAllCommand (const juce::ArgumentList&)
+{
+    const auto executable = juce::File::getSpecialLocation (juce::File::currentExecutableFile).getFullPathName();
+
+    consoleApplication.findAndRunCommand (juce::ArgumentList (executable, juce::String ("--clean=All")), false);
 }
 
 } // namespace TessaraWorks

@@ -9,10 +9,17 @@ namespace TessaraWorks
 extern juce::ConsoleApplication consoleApplication;
 
 /** Adds the commands that clean to consoleApplication: the default one, which offers all products, and
-    --clean. The default command that was added last is the one that counts, so help is to be added before.
+    --clean. The default command that was added last is the one that counts, so help must be added before.
 
     Deliberately, an unknown argument is never refused: it starts the default command.
 */
 void registerCommands();
+
+/** The default command: starts the program's own dispatcher with "--clean=All".
+
+    Deliberately drops the code that comes back, so that a failed run that was started in this way
+    still exits with 0.
+*/
+void cleanAllCommand (const juce::ArgumentList& args);
 
 } // namespace TessaraWorks

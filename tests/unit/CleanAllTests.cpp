@@ -5,7 +5,6 @@
 #include "RecordingLogger.h"
 #include "SampleRegistry.h"
 #include "app/CleanAll.h"
-#include "app/Commands.h"
 
 using namespace TessaraWorks;
 
@@ -172,18 +171,4 @@ TEST_F (CleanAll, HasOneCleanerAtATimeFromItsYesToTheEndOfItsRun)
     const auto inRun = none + 2; // the product's name and the line
     EXPECT_EQ (textsAtQuestions, (std::vector<int> { none, none, none, none, none }));
     EXPECT_EQ (textsInRuns, (std::vector<int> { inRun + 15, inRun + 1, inRun + 4, inRun + 8, inRun + 2 }));
-}
-
-TEST (CleanAllCommand, GivesItsOwnCommandLineTheNameOfTheExecutable)
-{
-    juce::ArgumentList args ("", juce::String());
-    consoleApplication.addCommand ({ "--clean", {}, {}, {}, [&] (const juce::ArgumentList& given) { args = given; } });
-
-    cleanAllCommand (juce::ArgumentList ("some name", juce::String ("some arguments")));
-    consoleApplication = {};
-
-    EXPECT_EQ (args.executableName,
-               juce::File::getSpecialLocation (juce::File::currentExecutableFile).getFullPathName());
-    ASSERT_EQ (args.size(), 1);
-    EXPECT_EQ (args[0].text, "--clean=All");
 }

@@ -36,3 +36,17 @@ TEST (Commands, StandInTheirOrderWithTheirTexts)
                                     "Cleans out a product from the system [usage]: --clean={PRODUCT_NAME}",
                                     "Cleans out the target product from the local system for the current user." }));
 }
+
+TEST (CleanAllCommand, GivesItsOwnCommandLineTheNameOfTheExecutable)
+{
+    juce::ArgumentList args ("", juce::String());
+    consoleApplication.addCommand ({ "--clean", {}, {}, {}, [&] (const juce::ArgumentList& given) { args = given; } });
+
+    cleanAllCommand (juce::ArgumentList ("some name", juce::String ("some arguments")));
+    consoleApplication = {};
+
+    EXPECT_EQ (args.executableName,
+               juce::File::getSpecialLocation (juce::File::currentExecutableFile).getFullPathName());
+    ASSERT_EQ (args.size(), 1);
+    EXPECT_EQ (args[0].text, "--clean=All");
+}
