@@ -68,12 +68,11 @@ static std::string modelsDialogue (Input& input)
         const auto hadEnded = input.hasEnded;
         dialogue += "Y/n? ";
         input.readInto (line);
-        const auto text = line.substr (0, line.find ('\0'));
 
-        if (text.empty() || text == "y" || text == "Y")
+        if (line.empty() || line == "y" || line == "Y")
             return dialogue + "yes";
 
-        if (text == "n" || text == "N")
+        if (line == "n" || line == "N")
             return dialogue + "[Info: Cleaning cancelled by the user.] no";
 
         if (hadEnded)
