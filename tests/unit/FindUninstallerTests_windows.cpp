@@ -109,7 +109,7 @@ private:
         current->calls.push_back ("enumerate " + toText (key) + " at " + std::to_string (index) + " into "
                                   + std::to_string (*length));
         EXPECT_TRUE (reserved == nullptr && kind == nullptr && kindLength == nullptr && lastWrite == nullptr);
-        return current->enumerateKey.original (key, index, name, length, reserved, kind, kindLength, time);
+        return current->enumerateKey.original (key, index, name, length, reserved, kind, kindLength, lastWrite);
     }
 
     static LSTATUS WINAPI query (HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size)
