@@ -3,7 +3,7 @@
 namespace TessaraWorks
 {
 
-// What the program says of itself: the build passes on what CMakeLists.txt says.
+// The program's name, version and addresses. CMakeLists.txt sets them, and the build passes them on.
 
 constexpr auto applicationName = ORVEX_CLEANER_NAME;
 constexpr auto applicationVersion = ORVEX_CLEANER_VERSION;

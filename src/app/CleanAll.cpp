@@ -22,7 +22,7 @@ void cleanAll (CleanResult& total)
 {
     const Step steps[] = {
         { orvexStudioOffer, Counts::ofThisStep },
-        { contentOffer, Counts::ofStepBefore }, // deliberate: the studio counts twice, the content never
+        { contentOffer, Counts::ofStepBefore }, // deliberate: the studio is counted twice, the content never
         { velantoneMediaServerOffer, Counts::ofThisStep },
         { productManagerOffer, Counts::ofThisStep },
         { companyOffer, Counts::ofThisStep },

@@ -8,7 +8,7 @@ namespace TessaraWorks
 /** Offers all products, one after the other, whatever becomes of those before.
 
     @param total    fails as soon as one run fails; its counters receive the sums of the runs, in
-                    which the content's step deliberately counts what the studio's step removed
+                    which the content's step adds the counts of the studio's step once more
 */
 void cleanAll (CleanResult& total);
 

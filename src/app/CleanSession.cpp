@@ -50,7 +50,7 @@ static void endWithSuccess (const juce::File& logFile)
         logFile.revealToUser();
 }
 
-// Deliberately neither waits for the user nor shows the log file.
+// Deliberate: neither waits for the user nor shows the log file.
 static void endWithFailure()
 {
     std::ostringstream advice;

@@ -8,8 +8,8 @@ namespace TessaraWorks
 /** The command --clean: one session against the target that the option names.
 
     Prints the banner, opens the log file on the desktop and lets the target offer its products. If a
-    run failed, the session fails with advice for the user. Otherwise, deliberately also when the
-    user has declined everything, it tells of success, waits for enter and shows the log file. A
+    run failed, the session fails with advice for the user. Otherwise it reports success, waits for
+    enter and shows the log file; it does so after a no to everything as well, which is deliberate. A
     missing or unknown target fails before anything is printed or opened.
 
     Fails through juce::ConsoleApplication::fail with the code 1.

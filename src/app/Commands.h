@@ -11,14 +11,13 @@ extern juce::ConsoleApplication consoleApplication;
 /** Adds the commands that clean to consoleApplication: the default one, which offers all products, and
     --clean. The default command that was added last is the one that counts, so help must be added before.
 
-    Deliberately, an unknown argument is never refused: it starts the default command.
+    Deliberate: an unknown argument is never refused, it starts the default command.
 */
 void registerCommands();
 
 /** The default command: starts the program's own dispatcher with "--clean=All".
 
-    Deliberately drops the code that comes back, so that a failed run that was started in this way
-    still exits with 0.
+    Deliberate: it drops the returned code, so that a failed run that was started in this way exits with 0.
 */
 void cleanAllCommand (const juce::ArgumentList& args);
 

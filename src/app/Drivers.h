@@ -5,15 +5,15 @@
 namespace TessaraWorks
 {
 
-// The drivers of the clean session: each offers one product.
-// The result receives the outcome of the run, or is left alone if the user said no.
+// The drivers of the clean session: each offers one product. The result receives the outcome of the
+// run, or stays as it is if the user said no.
 
 void cleanOrvexStudio (CleanResult& result);
 void cleanProductManager (CleanResult& result);
 void cleanVelantoneMediaServer (CleanResult& result);
 void cleanContent (CleanResult& result);
 
-/** Deliberately called by nothing: the company's folders go in the clean-all sequence only. */
+/** Deliberate: nothing calls it. The company's folders are removed by the clean-all sequence only. */
 void cleanCompany (CleanResult& result);
 
 } // namespace TessaraWorks

@@ -3,7 +3,7 @@
 namespace TessaraWorks
 {
 
-/** Returns whether the process runs with administrator rights. If that cannot be found out, it does not. */
+/** Returns whether the process runs with administrator rights. If that cannot be determined, the answer is no. */
 bool isProcessElevated();
 
 } // namespace TessaraWorks

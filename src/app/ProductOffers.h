@@ -5,10 +5,10 @@
 namespace TessaraWorks
 {
 
-/** A product as the user is offered it. */
+/** A product as it is offered to the user. */
 struct ProductOffer
 {
-    /** The question in front of the run. */
+    /** The question before the run. */
     const char* question;
 
     /** Builds the product's cleaner, runs it and destroys it. */
@@ -23,7 +23,7 @@ extern const ProductOffer companyOffer;
 
 /** Asks the question and, only on a yes, runs the cleaner.
 
-    @param result   receives the outcome of the run; left alone on a no
+    @param result   receives the outcome of the run; unchanged after a no
 */
 void offer (const ProductOffer& product, CleanResult& result);
 

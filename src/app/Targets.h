@@ -5,13 +5,13 @@
 namespace TessaraWorks
 {
 
-/** What --clean can name. */
+/** A value of --clean, and what it starts. */
 struct Target
 {
     /** The value of --clean. */
     const char* value;
 
-    /** The line that a session logs first. */
+    /** The first line that a session logs. */
     const char* firstLine;
 
     /** Offers the target's products. */

@@ -19,7 +19,7 @@ int main (int argc, char* argv[])
 
     int exitCode = 1;
 
-    // The second gate: the executable's manifest demands administrator rights already.
+    // The second gate: the executable's manifest already demands administrator rights.
     if (isProcessElevated())
     {
         const auto args = withPlainShortOptions (juce::ArgumentList (argc, argv));

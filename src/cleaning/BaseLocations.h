@@ -6,7 +6,7 @@ namespace TessaraWorks
 {
 
 // The locations below which all products keep their files. Each is the empty juce::File if the
-// system does not tell it.
+// system does not know it.
 
 /** Returns the folder of data that all users share, such as C:\ProgramData. */
 juce::File getSharedData();

@@ -14,7 +14,7 @@ struct CleanResult
     /** The list entries that were removed as directories. A whole tree counts as one. */
     juce::int32 directoriesRemoved = 0;
 
-    /** The list entries that were removed as single files, not the files inside of a tree. */
+    /** The list entries that were removed as single files. Files inside a tree do not count. */
     juce::int32 filesRemoved = 0;
 };
 

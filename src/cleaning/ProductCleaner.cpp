@@ -57,8 +57,8 @@ static void removeListedDirectory (const juce::File& directory, CleanResult& res
     }
 }
 
-// Differs from a listed directory on purpose: a file that is one is announced, and an entry that
-// vanishes between the tests is passed over in silence, where a directory counts as a deleted file.
+// Deliberate: differs from a listed directory. A file is announced before its deletion, and an entry
+// that vanishes between the tests is skipped in silence, where a listed directory counts as a deleted file.
 static void removeListedFile (const juce::File& file, CleanResult& result)
 {
     const auto& path = file.getFullPathName();
@@ -86,7 +86,7 @@ static void logVerdict (const juce::String& name, const CleanResult& result)
     else if (result.directoriesRemoved > 0 || result.filesRemoved > 0)
         log (Warning, name + " was partially removed, but encountered some errors.");
     else
-        log (Info, name + " encountered errors and could not be removed."); // deliberately below the partial one
+        log (Info, name + " encountered errors and could not be removed."); // deliberate: below the partial one
 }
 
 CleanResult ProductCleaner::clean()

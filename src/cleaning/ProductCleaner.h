@@ -9,7 +9,7 @@ namespace TessaraWorks
 
     A concrete class gives the product's display name, lists its paths in the constructor and,
     where the product has an uninstaller, overrides preClean(). Paths are resolved when they are
-    listed, so a cleaner is to be built only after the user has agreed to the run.
+    listed, so a cleaner must be built only after the user has agreed to the run.
 */
 class ProductCleaner
 {
@@ -43,12 +43,12 @@ protected:
     virtual void preClean (CleanResult& result);
 
     /** Runs after the last deletion and before the totals, but not in a run that was stopped. No
-        product needs it so far.
+        product overrides it so far.
     */
     virtual void postClean (CleanResult& result);
 
-    /** Adds a path to the directories to remove, unless an equal juce::File is listed already, which
-        on Windows may differ in its letter case: then the text listed first stays.
+    /** Adds a path to the directories to remove, unless an equal juce::File is listed already. On
+        Windows, that one may differ in letter case; it stays as it is.
     */
     void addDirectory (const juce::File& directory);
 
@@ -58,8 +58,8 @@ protected:
     /** The paths to remove as directories. One that turns out to be a file is removed as such. */
     juce::Array<juce::File> directories;
 
-    /** The paths to remove as files. Empty in every product: deliberately, even a plug-in that can be a
-        file stands among the directories.
+    /** The paths to remove as files. Deliberate: empty in every product. Even a plug-in that can be a
+        single file is listed as a directory.
     */
     juce::Array<juce::File> files;
 };

@@ -24,7 +24,7 @@ void DefaultLogger::log (LogLevel level, juce::String message)
 
     const auto stamp = showTimestamps ? formatTimestamp() : juce::String();
 
-    // Deliberately without a blank between the stamp and the tag.
+    // Deliberate: no space between the stamp and the tag.
     std::ostringstream assembled;
     assembled << stamp << "[" << getTag (level) << "] " << message;
     const auto line = juce::String::fromUTF8 (assembled.str().c_str());
@@ -32,7 +32,7 @@ void DefaultLogger::log (LogLevel level, juce::String message)
     if (reachesConsole)
         writeToConsole (line);
 
-    // The file gets the console's text: without a stamp there, it has none here either.
+    // The file gets the console's line: without a stamp there, it has none here either.
     if (fileLogger != nullptr)
         fileLogger->logMessage (line);
 }

@@ -28,8 +28,8 @@ public:
 
     /** Returns the local time as a time stamp, such as [14:30:00:0].
 
-        The hour (0 to 23) and the milliseconds (0 to 999) have no leading zeros, so :7] means
-        seven milliseconds. That is deliberate.
+        The hour (0 to 23) and the milliseconds (0 to 999) have no leading zeros, so :7] means seven
+        milliseconds. That is deliberate.
     */
     juce::String formatTimestamp() const;
 

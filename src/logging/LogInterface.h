@@ -17,16 +17,16 @@ constexpr LogLevel Critical = 3;
 
 /** A logger: its settings, and the operations that an implementation provides.
 
-    The settings are plain members that take effect with the next message. They and the log file
-    are to be changed only while no other thread is logging.
+    The settings are plain members that take effect with the next message. Change them and the log
+    file only while no other thread is logging.
 */
 class LogInterface
 {
 public:
     virtual ~LogInterface() = default;
 
-    /** Writes a text to the console as it is, with a line end behind it: no time stamp, no level
-        tag, no filter, and nothing to the log file.
+    /** Writes a string and a line end to the console: no time stamp, no level tag, no filter, and
+        nothing to the log file.
     */
     virtual void write (juce::String text) = 0;
 
@@ -36,23 +36,23 @@ public:
     virtual void log (LogLevel level, juce::String message) = 0;
 
     /** Attaches a log file in place of the one attached before, trims it if it is too long, and
-        appends a banner to it.
+        appends a banner to it. Deliberate: the banner tells the time on a 12-hour clock, and the
+        lines on a 24-hour clock.
 
         A file that cannot be created or written is not reported: its lines are lost, and the
         console goes on as before.
 
         @param file                     the file to append to; created if it does not exist
         @param welcomeMessage           a line of the banner
-        @param maxInitialFileSizeBytes  of a longer file only this many bytes from its end are kept,
-                                        from the first line end among them on (without one, the file
-                                        is left whole); zero deletes the file, and a negative limit
-                                        leaves it alone
+        @param maxInitialFileSizeBytes  a longer file keeps only its last bytes, this many, from the
+                                        first line end in them on (without one, it stays whole); zero
+                                        deletes the file, and a negative limit leaves it as it is
     */
     virtual void openLogFile (const juce::File& file,
                               const juce::String& welcomeMessage,
                               juce::int64 maxInitialFileSizeBytes) = 0;
 
-    /** Returns the full path of the attached log file, or an empty text if there is none. */
+    /** Returns the full path of the attached log file, or an empty string if there is none. */
     virtual juce::String getLogFilePath() = 0;
 
     /** Detaches the log file and writes nothing to it. Does nothing if there is none. */
@@ -64,7 +64,7 @@ public:
     /** Whether a line begins with a time stamp. */
     bool showTimestamps = true;
 
-    /** Read by no operation. */
+    /** Deliberate: no operation reads it. */
     bool spareFlag = false;
 
     /** Whether a message below minimumLevel still goes to the log file. */

@@ -20,7 +20,7 @@ OrvexStudioCleaner::OrvexStudioCleaner()
         { programFiles, "OrvexStudio" },
         { programFiles, "Orvex Studio" },
         { pluginData, "Orvex" },
-        { pluginData, "OrvexStudio" }, // deliberately without a blank only
+        { pluginData, "OrvexStudio" }, // deliberate: there is no "Orvex Studio" here
         { userData, "Orvex" },
         { userData, "OrvexMonitor" },
         { userData, "Orvex Monitor" },
@@ -39,7 +39,7 @@ juce::String OrvexStudioCleaner::getProductName() const { return "Orvex Studio";
 void OrvexStudioCleaner::preClean (CleanResult& result)
 {
     runUninstallStep ({ "Orvex version", "/SILENT", "Orvex" }, result);
-    runUninstallStep ({ "Orvex Studio", "/SILENT", "Orvex Studio" }, result); // follows whatever became of the first
+    runUninstallStep ({ "Orvex Studio", "/SILENT", "Orvex Studio" }, result); // deliberate: after a failure, too
 }
 
 } // namespace TessaraWorks

@@ -18,9 +18,9 @@ struct UninstallStep
     juce::String productName;
 };
 
-/** Runs the uninstaller if the product is registered, and logs its exit code, which decides
-    nothing. An uninstaller that cannot be run, or that does not end in time, is explained to the
-    user and sets success to false; nothing sets it to true.
+/** Runs the uninstaller if the product is registered, and logs its exit code. Deliberate: the code
+    decides nothing. An uninstaller that cannot be started, or does not end in time, is explained to
+    the user and sets success to false; nothing sets it to true.
 */
 void runUninstallStep (const UninstallStep& step, CleanResult& result);
 

@@ -11,8 +11,8 @@ namespace TessaraWorks
 
 using Registry::WideChar;
 
-// A value need not be terminated, whatever its type, and behind a short one stands what an earlier
-// value left in the buffer. So the text ends at a terminator or with the buffer, whichever is first.
+// A value of any type may lack its terminator, and after a short value the buffer still holds the rest of
+// an earlier one. So the string ends at the first terminator, or at the end of the buffer.
 template <size_t length>
 static juce::String textIn (const WideChar (&buffer)[length])
 {
@@ -43,8 +43,8 @@ bool findUninstaller (const juce::String& displayNameFragment, juce::String& uni
         return false;
     }
 
-    // The capacity is deliberately the size in bytes, where code units are counted. It cannot
-    // overflow: a key's name has at most 255 of them.
+    // Deliberate: the capacity is the size in bytes, although code units are counted. It cannot
+    // overflow: the name of a key has at most 255 of them.
     for (juce::uint32 index = 0; Registry::enumerateKey (root, index, name, sizeof (name)) == 0; ++index)
     {
         Registry::formatKeyPath (entryPath, rootPath.toUTF16(), name);
@@ -53,7 +53,7 @@ bool findUninstaller (const juce::String& displayNameFragment, juce::String& uni
 
         if (Registry::openKey (entryPath, Registry::readAccess, entry) != 0)
         {
-            // Deliberately ends the search: the entries behind this one are not looked at.
+            // Deliberate: this ends the search, and the entries after this one are not looked at.
             log (Critical, "Failed to open the Windows registry subkey: " + textIn (entryPath));
             Registry::closeKey (entry);
             break;
@@ -66,7 +66,7 @@ bool findUninstaller (const juce::String& displayNameFragment, juce::String& uni
                 == 0)
                 uninstallerPath = textIn (uninstallString).replace ("\"", "");
 
-            // Deliberately leaves the matching entry open until the process exits.
+            // Deliberate: the matching entry stays open until the process exits.
             Registry::closeKey (root);
             return true;
         }

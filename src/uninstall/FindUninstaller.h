@@ -7,11 +7,11 @@ namespace TessaraWorks
 
 /** Looks for an installed product among the machine-wide uninstall entries of the 64-bit registry.
 
-    The first entry in the registry's own order counts whose display name contains the fragment, in
-    the same letter case. A key that cannot be opened is logged, ends the search and counts as not
-    found; an entry without a readable name is passed over in silence.
+    The first entry whose display name contains the fragment, in the same letter case, counts; the
+    order is the registry's. A key that cannot be opened is logged, ends the search and counts as not
+    found. An entry without a readable name is skipped in silence.
 
-    @param displayNameFragment  the text to look for; an empty one matches any readable name
+    @param displayNameFragment  the part to look for; an empty one matches any readable name
     @param uninstallerPath      receives the entry's uninstall command without its double quotes;
                                 empty if it has none that fits into 2048 bytes, and if nothing was
                                 found

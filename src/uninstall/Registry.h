@@ -5,17 +5,17 @@
 namespace TessaraWorks::Registry
 {
 
-/** A UTF-16 code unit, as the registry's wide texts are made of. */
+/** A UTF-16 code unit, the element of the registry's strings. */
 using WideChar = juce::CharPointer_UTF16::CharType;
 
 /** The handle of an open key, or null. */
 using Key = void*;
 
-/** The right to read a key: KEY_READ, which names no view, so a 64-bit process sees the 64-bit one. */
+/** The right to read a key: KEY_READ. Deliberate: it names no view, so a 64-bit process sees the 64-bit one. */
 constexpr juce::uint32 readAccess = 0x20019;
 
-// The machine's registry, read only: all that the search for uninstallers needs of it. Where the
-// system has none, RegistryTable stands behind these functions.
+// The machine's registry, read only: the four operations that the search for uninstallers needs, and the
+// path of a key. Where the system has no registry, RegistryTable implements them.
 
 /** Opens a key of HKEY_LOCAL_MACHINE, as RegOpenKeyExW does with no options.
 

@@ -5,10 +5,10 @@
 namespace TessaraWorks
 {
 
-/** Stands behind the registry functions on a system that has no registry.
+/** Implements the registry functions on a system that has no registry.
 
-    This one lets every key be opened and holds nothing, so that no product is ever found. A derived
-    class can hold entries.
+    This one opens every key and holds nothing, so that no product is ever found. A derived class can
+    hold entries.
 */
 class RegistryTable
 {
@@ -27,7 +27,7 @@ public:
     virtual void closeKey (Registry::Key key);
 };
 
-/** Returns the process-wide pointer to the table, for reading and for changing. Never null it. */
+/** Returns the process-wide pointer to the table, for reading and for changing. It must not be null. */
 RegistryTable*& getRegistryTable();
 
 } // namespace TessaraWorks

@@ -7,11 +7,11 @@ namespace TessaraWorks
 
 void reportManualUninstall (const juce::String& productName, const juce::String& uninstallerPath)
 {
-    // Advice, and deliberately not marked as a warning.
+    // Deliberate: advice is not marked as a warning.
     log (Info, "Existing " + productName + " software installation detected.");
     log (Info, "Please first uninstall this software using Add/Remove Programs.");
 
-    // Of a command that is no full path, such as MsiExec.exe with arguments, the library's debug build complains.
+    // The library's debug build complains about a command that is no full path, such as MsiExec.exe with arguments.
     if (uninstallerPath.isNotEmpty() && juce::File (uninstallerPath).existsAsFile())
         log (Info, "You can also run the uninstaller directly: " + uninstallerPath);
 

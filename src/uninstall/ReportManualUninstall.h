@@ -8,7 +8,7 @@ namespace TessaraWorks
 /** Tells the user, in the log, to uninstall a product by hand and to run the cleaner again.
 
     @param productName      the name to show
-    @param uninstallerPath  named as a thing to run if it is a file that exists; may be empty
+    @param uninstallerPath  offered for running by hand if it is an existing file; may be empty
 */
 void reportManualUninstall (const juce::String& productName, const juce::String& uninstallerPath);
 

@@ -14,7 +14,7 @@ bool runUninstaller (const juce::String& uninstallerPath, juce::uint32& exitCode
     if (arguments.isNotEmpty())
         commandLine << " " << arguments;
 
-    // Where there is no such program, the library's debug build complains.
+    // The library's debug build complains about a program that does not exist.
     juce::ChildProcess uninstaller;
     const auto finished = uninstaller.start (commandLine) && uninstaller.waitForProcessToFinish (timeLimitMilliseconds);
 
