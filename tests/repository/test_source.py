@@ -1,6 +1,10 @@
 """The form of the source, as .clang-format, .clang-tidy, shellcheck, black and pyflakes demand it."""
 
+import os
+import re
 import subprocess
+from collections import Counter
+from graphlib import TopologicalSorter
 from pathlib import Path
 
 from project import TOP, output_of
@@ -49,6 +53,32 @@ def test_a_checkout_on_windows_has_the_same_bytes(tmp_path):
         subprocess.run(["git", "worktree", "remove", "--force", tmp_path / "tree"], cwd=TOP, check=True)
 
     assert [line for line in listed if line.split()[0][2:] != line.split()[1][2:]] == []
+
+
+def test_contributing_lists_each_behaviour_that_a_comment_calls_deliberate():
+    section = (TOP / "CONTRIBUTING.md").read_text().split("## Behaviour that must stay")[1].split("\n## ")[0]
+    rows = re.findall(r"^\| .+ \| `(\S+)` \| `(\S+)` \|$", section, re.MULTILINE)
+
+    sources = {file: (TOP / file).read_text() for file in tracked("src/*")}
+    marked = {file.removeprefix("src/"): len(re.findall("deliberate", code, re.I)) for file, code in sources.items()}
+    assert Counter(file for file, _ in rows) == Counter({file: number for file, number in marked.items() if number})
+
+    tests = "".join((TOP / file).read_text() for file in tracked("tests/program/*.py", "tests/unit/*.cpp"))
+    names = re.findall(r"\bdef (test_\w+)", tests)
+    names += [f"{suite}.{name}" for suite, name in re.findall(r"\bTEST(?:_F|_P)? \((\w+), (\w+)\)", tests)]
+    assert [test for _, test in rows if test not in names] == []
+
+
+def test_the_includes_of_the_program_form_no_circle():
+    includes = {}  # of each header together with its source
+
+    for file in tracked("src/*.h", "src/*.cpp"):
+        unit = os.path.splitext(file)[0]
+        named = re.findall(r'^#include "([^"]+)\.h"', (TOP / file).read_text(), re.MULTILINE)
+        paths = (os.path.normpath(os.path.join(os.path.dirname(file), name)) for name in named)
+        includes.setdefault(unit, set()).update(path for path in paths if path != unit)
+
+    TopologicalSorter(includes).prepare()  # raises CycleError for a circle
 
 
 def python_sources() -> list[str]:
