@@ -6,8 +6,9 @@
 
 #include <juce_core/juce_core.h>
 
-/** A test that lets the program delete at the machine's real locations. Refuses to run unless the
-    environment says that nothing on this machine is worth keeping.
+/** A test that lets the program delete at the machine's real locations, or that changes the machine's
+    list of installed programs. Refuses to run unless the environment says that nothing on this machine
+    is worth keeping.
 */
 class DisposableMachine : public testing::Test
 {
@@ -16,9 +17,9 @@ protected:
     {
         if (juce::SystemStats::getEnvironmentVariable ("ORVEX_MAY_CLEAN_THIS_MACHINE", {}) != "yes")
             FAIL() << "This test deletes below " << programFiles.getFullPathName() << ", "
-                   << sharedData.getFullPathName() << " and " << userData.getFullPathName() << ". On Linux, run it "
-                   << "inside of tests/shared/isolated. In a Wine prefix made for tests, set "
-                   << "ORVEX_MAY_CLEAN_THIS_MACHINE=yes.";
+                   << sharedData.getFullPathName() << " and " << userData.getFullPathName()
+                   << ", or changes the list of installed programs. On Linux, run it in tests/shared/isolated. On a "
+                   << "Windows that is thrown away afterwards, set ORVEX_MAY_CLEAN_THIS_MACHINE=yes.";
     }
 
     ~DisposableMachine() override

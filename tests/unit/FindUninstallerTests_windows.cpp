@@ -1,4 +1,6 @@
+#include "DisposableMachine.h"
 #include "FoundUninstaller.h"
+#include "OwnHive_windows.h"
 #include "RecordingLogger.h"
 #include "ReplacedImport_windows.h"
 #include "SampleKey_windows.h"
@@ -9,57 +11,12 @@
 #include <windows.h>
 
 #include <map>
-#include <stdexcept>
 
 using namespace TessaraWorks;
 
 static const juce::String rootPath (uninstallRoot);
 static const std::string root = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 static const std::string openedRoot = "open " + root + " with 20019";
-
-/** While it lives, the uninstall key is not there. It comes back with all it held. */
-class NoUninstallKey
-{
-public:
-    NoUninstallKey() { remove (rootPath); }
-
-    ~NoUninstallKey()
-    {
-        remove (rootPath);
-
-        if (copy (aside, rootPath) == ERROR_SUCCESS)
-            remove (aside);
-        else
-            ADD_FAILURE() << "The uninstall entries of this machine are still in " << aside;
-    }
-
-    JUCE_DECLARE_NON_COPYABLE (NoUninstallKey)
-
-private:
-    static LSTATUS copy (const juce::String& from, const juce::String& to)
-    {
-        HKEY key = nullptr;
-        RegCreateKeyW (HKEY_LOCAL_MACHINE, to.toWideCharPointer(), &key);
-        const auto result = RegCopyTreeW (HKEY_LOCAL_MACHINE, from.toWideCharPointer(), key);
-        RegCloseKey (key);
-        return result;
-    }
-
-    static void remove (const juce::String& path) { RegDeleteTreeW (HKEY_LOCAL_MACHINE, path.toWideCharPointer()); }
-
-    /** Throws, and so ends the test, before anything of the machine could be lost. */
-    static juce::String copyAside()
-    {
-        const auto path = rootPath + " put aside by the tests of Orvex Cleaner";
-
-        if (copy (rootPath, path) != ERROR_SUCCESS)
-            throw std::runtime_error ("The uninstall entries of this machine cannot be copied");
-
-        return path;
-    }
-
-    const juce::String aside = copyAside();
-};
 
 /** Notes, while it lives, what the program asks of the registry, in the words of RecordingRegistry, and
     refuses to open a key whose path ends in "Locked".
@@ -147,7 +104,6 @@ private:
 
 TEST (FindUninstallerInRegistry, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchingEntryOpen)
 {
-    NoUninstallKey noOtherEntries;
     SampleRegistry registry;
     registry.add ({ "1", {}, {} });
     registry.add ({ "2", terminated (u"Something else"), terminated (u"C:\\else.exe") });
@@ -178,7 +134,6 @@ TEST (FindUninstallerInRegistry, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchi
 TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenItEndsAtAnEntryThatCannotBeOpened)
 {
     RecordingLogger logger;
-    NoUninstallKey noOtherEntries;
     SampleRegistry registry;
     registry.add ({ "1 Locked", terminated (u"Orvex Studio"), terminated (u"C:\\locked.exe") });
     registry.add ({ "2", terminated (u"Orvex Studio"), terminated (u"C:\\behind.exe") });
@@ -198,7 +153,7 @@ TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenItEndsAtAnEntryThatCannotBeOp
 TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
 {
     RecordingLogger logger;
-    NoUninstallKey noKey;
+    const OwnHive emptyHive (HKEY_LOCAL_MACHINE);
 
     EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
     EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry key: " + root });
@@ -207,8 +162,6 @@ TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
 TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameEvenIfThatIsEmpty)
 {
     RecordingLogger logger;
-    NoUninstallKey noOtherEntries;
-    const SampleKey emptyRoot (HKEY_LOCAL_MACHINE, rootPath);
     SampleRegistry registry;
     registry.add ({ "Sample 1", {}, terminated (u"nameless") });
     registry.add ({ "Sample 2", terminated (u""), terminated (u"empty") });
@@ -220,6 +173,8 @@ TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameE
 
 TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
 {
+    const OwnHive hive (HKEY_LOCAL_MACHINE);
+
     const SampleKey number (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 1");
     number.set (L"DisplayName", REG_DWORD, Bytes ("\x10\x25\x11\x25", 4));
     number.set (L"UninstallString", REG_DWORD, Bytes ("C\0:\0", 4));
@@ -238,7 +193,10 @@ TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
     EXPECT_EQ (findCommand ("Gamma sample"), "C:\\3.exe");
 }
 
-TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOf32BitPrograms)
+// The views of 32-bit and 64-bit programs differ in the machine's own hive alone.
+using FindUninstallerOnThisMachine = DisposableMachine;
+
+TEST_F (FindUninstallerOnThisMachine, DoesNotSeeTheEntriesOf32BitPrograms)
 {
     const SampleKey key (HKEY_LOCAL_MACHINE, rootPath + "\\Sample of 32 bits", KEY_WOW64_32KEY);
     key.set (L"DisplayName", REG_SZ, terminated (u"Orvex Studio"));
@@ -257,6 +215,8 @@ TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOf32BitPrograms)
 
 TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOfASingleUser)
 {
+    const SampleRegistry emptyRegistry;
+    const OwnHive hiveOfUser (HKEY_CURRENT_USER);
     const SampleKey key (HKEY_CURRENT_USER, rootPath + "\\Sample of a user");
     key.set (L"DisplayName", REG_SZ, terminated (u"Orvex Studio"));
 

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-/** A new key that is there while it lives, below any hive and in any view. */
+/** A new, volatile key that is there while it lives, below any hive and in any view. */
 class SampleKey
 {
 public:
@@ -16,17 +16,26 @@ public:
         , view (viewToUse)
     {
         DWORD disposition = 0;
-        EXPECT_EQ (
-            RegCreateKeyExW (
-                hive, path.toWideCharPointer(), 0, nullptr, 0, KEY_ALL_ACCESS | view, nullptr, &key, &disposition),
-            ERROR_SUCCESS);
-        EXPECT_EQ (disposition, static_cast<DWORD> (REG_CREATED_NEW_KEY)) << path;
+        EXPECT_EQ (RegCreateKeyExW (hive,
+                                    path.toWideCharPointer(),
+                                    0,
+                                    nullptr,
+                                    REG_OPTION_VOLATILE,
+                                    KEY_ALL_ACCESS | view,
+                                    nullptr,
+                                    &key,
+                                    &disposition),
+                   ERROR_SUCCESS);
+        isNew = disposition == REG_CREATED_NEW_KEY;
+        EXPECT_TRUE (isNew) << path;
     }
 
     ~SampleKey()
     {
         RegCloseKey (key);
-        RegDeleteKeyExW (hive, path.toWideCharPointer(), view, 0);
+
+        if (isNew)
+            RegDeleteKeyExW (hive, path.toWideCharPointer(), view, 0);
     }
 
     JUCE_DECLARE_NON_COPYABLE (SampleKey)
@@ -44,4 +53,5 @@ private:
     const juce::String path;
     const REGSAM view;
     HKEY key = nullptr;
+    bool isNew = false;
 };

@@ -4,7 +4,8 @@
 
 #include <memory>
 
-/** Registers sample products while it lives: in the real registry on Windows, in a table elsewhere.
+/** Stands in for the machine's list of installed programs while it lives, with sample products alone:
+    in a registry hive of this process on Windows, in a table elsewhere.
 
     Entries are enumerated by the names of their keys on the former and in the order of adding on the
     latter, so a test that depends on the order adds them in alphabetical order.

@@ -1,11 +1,14 @@
 #include "SampleRegistry.h"
 
+#include "OwnHive_windows.h"
 #include "SampleKey_windows.h"
 
 #include <list>
 
 struct SampleRegistry::Implementation
 {
+    const OwnHive hive { HKEY_LOCAL_MACHINE };
+    const SampleKey root { HKEY_LOCAL_MACHINE, uninstallRoot };
     std::list<SampleKey> keys;
 };
 

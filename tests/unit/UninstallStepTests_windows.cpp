@@ -1,5 +1,7 @@
+#include "DisposableMachine.h"
 #include "FastClock_windows.h"
 #include "PreClean.h"
+#include "SampleKey_windows.h"
 #include "SampleRegistry.h"
 #include "StubUninstaller.h"
 #include "TemporaryFolder.h"
@@ -18,17 +20,6 @@ protected:
     SampleRegistry registry;
 };
 
-TEST_F (UninstallOnWindows, OfTheStudioRunsAnUninstallerOnceThatRemovesItsEntry)
-{
-    StubUninstaller stub (folder, "uninstall", { "remove-key " + juce::String (uninstallRoot) + "\\Sample 1" });
-    registry.add ({ "Sample 1", terminated (u"Orvex Studio, Orvex version 4"), terminated (stub.getPath()) });
-
-    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
-
-    EXPECT_EQ (stub.getNotes(), (Lines { stub.calledWith ("/SILENT"), "done" }));
-    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 0" });
-}
-
 TEST_F (UninstallOnWindows, OfTheStudioAdvisesTwiceWhenBothUninstallersOutlastTheLimit)
 {
     StubUninstaller version (folder, "version", { "sleep 2000" });
@@ -42,4 +33,26 @@ TEST_F (UninstallOnWindows, OfTheStudioAdvisesTwiceWhenBothUninstallersOutlastTh
     EXPECT_EQ (logger.lines,
                notUninstalled ("Orvex", 259, version.getPath())
                    + notUninstalled ("Orvex Studio", 259, studio.getPath()));
+}
+
+// The uninstaller is another process, and so removes its entry from the machine's own list.
+class UninstallOnThisMachine : public DisposableMachine
+{
+protected:
+    RecordingLogger logger;
+    TemporaryFolder folder;
+};
+
+TEST_F (UninstallOnThisMachine, OfTheStudioRunsAnUninstallerOnceThatRemovesItsEntry)
+{
+    const auto path = juce::String (uninstallRoot) + "\\Sample 1";
+    StubUninstaller stub (folder, "uninstall", { "remove-key " + path });
+    const SampleKey entry (HKEY_LOCAL_MACHINE, path);
+    entry.set (L"DisplayName", REG_SZ, terminated (u"Orvex Studio, Orvex version 4"));
+    entry.set (L"UninstallString", REG_SZ, terminated (stub.getPath()));
+
+    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
+
+    EXPECT_EQ (stub.getNotes(), (Lines { stub.calledWith ("/SILENT"), "done" }));
+    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 0" });
 }
