@@ -19,7 +19,6 @@ TEST (Image, LoadsNoDllOfTheSystemsThatLiesBesideIt)
     folder.makeFile ("winmm.dll"); // no DLL at all: who takes it does not start
     juce::ChildProcess process;
 
-    SetErrorMode (SEM_FAILCRITICALERRORS); // for no window to wait for somebody then
     ASSERT_TRUE (process.start (juce::StringArray { copy.getFullPathName(), "--version" }));
 
     const auto output = process.readAllProcessOutput();
