@@ -1,4 +1,4 @@
-// The library's own limit: DeleteRecursively FOLDER makes the one call and nothing else.
+// The least that a deletion by the library takes: DeleteRecursively FOLDER makes the one call and nothing else.
 
 #include <juce_core/juce_core.h>
 

@@ -1,13 +1,14 @@
 """Measures the program against yardsticks, and prints a table of the ratios.
 
-The table goes to docs/performance.md as well, into the prose of benchmarks/performance.md.in. It takes
-about five minutes, two gigabytes in /dev/shm, and a machine that does nothing else. With --quick all of
-it is so little that the figures mean nothing and nothing is written: it shows that the measuring works.
+The table is also written to docs/performance.md, with the prose of benchmarks/performance.md.in. That takes
+about five minutes, two gigabytes in /dev/shm, and a machine that does nothing else. With --quick the
+amounts are so small that the figures mean nothing, and nothing is written: it checks that the measuring works.
 """
 
 import argparse
 import os
 import platform
+import re
 import resource
 import shutil
 import subprocess
@@ -41,11 +42,11 @@ class Amounts:
         self.lines, self.lines_under_wine = (200, 50) if quick else (50_000, 20_000)
 
 
-# What is measured: each function makes one run of a kind and gives what it took.
+# Measurements: each function makes one run and returns what it took.
 
 
 def make_files(folder: Path, folders: int, files: int) -> None:
-    """Spreads small files over folders in this one, or puts them right into it if there are to be none."""
+    """Spreads small files over this number of new folders, or puts them into the folder itself for 0."""
     for number in range(max(folders, 1)):
         target = folder / f"Pack {number}" if folders else folder
         target.mkdir(parents=True)
@@ -69,7 +70,7 @@ def under_wine(name: str) -> list[str]:
 
 @dataclass
 class Use:
-    """What a command took."""
+    """The resources that a command took."""
 
     seconds: float
     processor_seconds: float
@@ -77,7 +78,7 @@ class Use:
 
 
 def use_of(command: list[str], environment: dict[str, str], folder: Path = SCRATCH) -> Use:
-    """Runs a command, which has to succeed."""
+    """Runs a command, which must succeed."""
     with open(CONSOLE, "wb") as console:
         started = time.perf_counter()
         process = subprocess.Popen(command, env=environment, cwd=folder, stdin=subprocess.DEVNULL, stdout=console)
@@ -135,7 +136,7 @@ def deletion_under_wine(folders: int, files: int, command: list[str]) -> float:
 
 
 def seconds_until_the_end(command: list[str]) -> float:
-    """The time until the program waits for enter. What follows is the start of the Explorer."""
+    """The time until the program waits for Enter. After that, Explorer starts."""
     started = time.perf_counter()
     pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE}
 
@@ -159,7 +160,7 @@ def lines_per_second(lines: int, program: list[str], folder: Path, environment: 
     return lines / use_of([*program, str(lines), file.name], environment, folder).seconds
 
 
-# What is compared: each function gives rows of the table.
+# Comparisons: each function yields rows of the table.
 
 
 def deletions_on_linux(amounts: Amounts):
@@ -189,15 +190,13 @@ def deletions_under_wine(amounts: Amounts):
     content = "C:\\ProgramData\\TessaraWorks\\Content"
     program = [*under_wine("OrvexCleaner"), "--clean=Content"]
     bare_call = [*under_wine("DeleteRecursively"), content]
-    rd = ["wine", "cmd", "/c", "rd", "/s", "/q", content]
 
     # In one folder, Wine would take a minute: it looks for each name, in upper and lower case, among all.
     folders, files = amounts.folders, amounts.files_under_wine
-    runs = [partial(deletion_under_wine, folders, files, command) for command in (program, bare_call, rd)]
+    runs = [partial(deletion_under_wine, folders, files, command) for command in (program, bare_call)]
     times = compare(amounts.rounds_under_wine, amounts.warm_ups, runs)
     measured = f"Delete {files:,} files in {folders} folders, Wine"
     yield row(measured, "s", times[0], "bare call", times[1])
-    yield row(measured, "s", times[0], "`rd /s /q`", times[2])
 
 
 def starts(amounts: Amounts):
@@ -224,17 +223,13 @@ def log_lines(amounts: Amounts):
         yield row(f"Log lines, {system}", "lines/s", rates[0], "appending directly", rates[1], more_is_better=True)
 
 
-def sizes():
-    for system, program, hello in (
-        ("Linux", on_linux("OrvexCleaner")[0], on_linux("HelloWorld")[0]),
-        ("Windows", DRIVE_C / "OrvexCleaner.exe", DRIVE_C / "HelloWorld.exe"),
-    ):
-        kilobytes = [[os.path.getsize(file) / 1000] for file in (program, hello)]
-        yield row(f"Size of the executable, {system}", "kB", kilobytes[0], "hello-world", kilobytes[1])
+def size():
+    kilobytes = [[os.path.getsize(DRIVE_C / file) / 1000] for file in ("OrvexCleaner.exe", "HelloWorld.exe")]
+    yield row("Size of the executable, Windows", "kB", kilobytes[0], "hello-world", kilobytes[1])
 
 
 def compare(rounds: int, warm_ups: int, runs: list) -> list[list]:
-    """What each of the runs gives, round by round. They take turns in every order, so that none profits from it."""
+    """The results of each run, round by round. The runs take turns in every order, so that the order favours none."""
     results = [[] for _ in runs]
     orders = cycle(permutations(range(len(runs))))
 
@@ -285,12 +280,12 @@ def prepare() -> None:
     for preset in ("native", "windows"):
         subprocess.run([SUPPORT / "build", preset, "OrvexCleaner", "benchmarks"], check=True)
 
-    # The program does nothing without the rights of root, and here it needs no more than the name.
+    # The program does nothing unless it is root, but here it needs none of root's rights.
     if os.geteuid() != 0:
         os.execvp("unshare", ["unshare", "--map-root-user", sys.executable, *sys.argv])
 
-    # Wine's programs and its server wait for each other all the time. On a machine that does nothing else, to
-    # wake another core for that takes longer than what is measured.
+    # Wine's programs and its server wait for each other all the time. On an idle machine, waking another core
+    # for that takes longer than the work that is measured.
     os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
 
     SCRATCH.mkdir(mode=0o700)
@@ -307,17 +302,18 @@ def main() -> None:
     parser = argparse.ArgumentParser(
         prog="scripts/bench", description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
     )
-    parser.add_argument("--quick", action="store_true", help="measure next to nothing, and write nothing")
+    parser.add_argument("--quick", action="store_true", help="measure very little, and write nothing")
     quick = parser.parse_args().quick
     amounts = Amounts(quick)
     prepare()
-    # As scripts/support/wine-environment says. It is the same for all that is measured, under Wine or not.
+    # As in scripts/support/wine-environment, and the same for everything measured, under Wine or not.
     resource.setrlimit(resource.RLIMIT_DATA, (0, resource.getrlimit(resource.RLIMIT_DATA)[1]))
     subprocess.run(["wineserver", "--persistent"], env=wine_environment(), check=True)
     start_windows = ["wine", "cmd", "/c", "exit"]
     subprocess.run(start_windows, env=wine_environment(), cwd=DRIVE_C, check=True)
     header = ["Measured", "Orvex Cleaner", "Yardstick", "", "Ratio", "Spread"]
     lines = []
+    ratios = {}  # by what was measured and the yardstick
 
     try:
         for cells in chain(
@@ -326,16 +322,18 @@ def main() -> None:
             deletions_under_wine(amounts),
             starts(amounts),
             log_lines(amounts),
-            sizes(),
+            size(),
         ):
             lines.append("| " + " | ".join(cells) + " |")
             print(lines[-1], flush=True)
+            ratios[cells[0], cells[2]] = cells[4].strip("*")
     finally:
         subprocess.run(["wineserver", "--kill"], env=wine_environment(), check=False)
         subprocess.run(["rm", "-rf", SCRATCH], check=True)
 
     if not quick:
         prose = (TOP / "benchmarks" / "performance.md.in").read_text()
+        prose = re.sub("@RATIO (.+?); (.+?)@", lambda place: ratios[place[1], place[2]], prose)
         prose = prose.replace("@DATE@", date.today().isoformat()).replace("@MACHINE@", described_machine())
         (TOP / "docs" / "performance.md").write_text(prose.replace("@TABLE@", "\n".join(lines)))
 
