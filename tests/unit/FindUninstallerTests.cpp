@@ -68,14 +68,31 @@ TEST (FindUninstaller, TakesAMatchWithoutACommandAlthoughALaterOneHasACommand)
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (FindUninstaller, DropsAllQuotesOfACommandAndKeepsItsArguments)
+TEST (FindUninstaller, ComparesEveryCharacterOfTheFragmentAsItIs)
+{
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (u"C:\\1.exe") });
+    registry.add ({ "Sample 2", terminated (u" Orvex  Studio\t"), terminated (u"C:\\2.exe") });
+
+    for (const auto* fragment : { " Orvex", "Orvex  Studio", "Studio\t" })
+        EXPECT_EQ (findCommand (fragment), "C:\\2.exe") << fragment;
+
+    for (const auto* fragment : { "Orvex Studio ", "Orvex   Studio", "Studio \t", "Orvex*", "Orve?" })
+        EXPECT_EQ (findCommand (fragment), std::nullopt) << fragment;
+}
+
+TEST (FindUninstaller, DropsAllQuotesOfACommandAndNothingElse)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Alpha"), terminated (u"\"C:\\a b\\uninstall.exe\" /log /ask") });
     registry.add ({ "Sample 2", terminated (u"Beta"), terminated (u"run \"\"C:\\un\"install.exe\" 'a'\"") });
+    registry.add ({ "Sample 3", terminated (u"Gamma"), terminated (u" \t\" C:/A  b\\\\Un.exe \"\r\n ") });
+    registry.add ({ "Sample 4", terminated (u"Delta"), terminated (u"\"\"") });
 
     EXPECT_EQ (findCommand ("Alpha"), "C:\\a b\\uninstall.exe /log /ask");
     EXPECT_EQ (findCommand ("Beta"), "run C:\\uninstall.exe 'a'");
+    EXPECT_EQ (findCommand ("Gamma"), " \t C:/A  b\\\\Un.exe \r\n ");
+    EXPECT_EQ (findCommand ("Delta"), "");
 }
 
 TEST (FindUninstaller, ReadsLettersBeyondLatin)
@@ -139,6 +156,18 @@ TEST (FindUninstaller, ReadsTheRestOfAUnitBehindANameOfAnOddNumberOfBytes)
 
     EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("Or\u0476cd")), "C:\\2.exe");
     EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("Xr\u0476cd")), "C:\\3.exe");
+}
+
+TEST (FindUninstaller, ReadsACommandThatIsNotTerminatedOrEndsInsideOfAUnit)
+{
+    SampleRegistry registry;
+    registry.add ({ "Sample 1", terminated (u"Alpha"), unterminated (u"C:\\1.exe") });
+    registry.add ({ "Sample 2", terminated (u"Beta"), Bytes ("C\0:\0\\", 5) });
+    registry.add ({ "Sample 3", terminated (u"Gamma"), Bytes() });
+
+    EXPECT_EQ (findCommand ("Alpha"), "C:\\1.exe");
+    EXPECT_EQ (findCommand ("Beta"), "C:\\");
+    EXPECT_EQ (findCommand ("Gamma"), "");
 }
 
 TEST (FindUninstaller, EndsATextAtItsFirstTerminator)

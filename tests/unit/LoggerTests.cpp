@@ -88,6 +88,7 @@ TEST (LogLine, HasTheMessageAsItIs)
     const std::string messages[] = {
         "",
         "first\nsecond\r\nthird",
+        " \t two  spaces and a line end \r\n",
         "Gr\xc3\xb6\xc3\x9f\x65 \xe9\x9f\xb3 \xf0\x9f\x8e\xb5",
         std::string (100000, 'x'),
     };
@@ -192,10 +193,10 @@ TEST (LoggerWrite, PutsTheBareTextOnTheConsoleAloneAndFlushesIt)
     logger.logAllToFile = true;
     logger.open();
 
-    logger.write ("text");
+    logger.write (" \ttext \r\n");
     logger.write ({});
 
-    EXPECT_EQ (logger.console.visibleOutput(), "text\n\n");
+    EXPECT_EQ (logger.console.visibleOutput(), " \ttext \r\n\n\n");
     EXPECT_EQ (logger.filed(), banner ("welcome"));
 }
 
