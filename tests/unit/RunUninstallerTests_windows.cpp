@@ -73,8 +73,19 @@ TEST_F (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
             return FALSE;
         });
 
-    EXPECT_EQ (run ("C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\"), End (false, 0));
-    EXPECT_EQ (calls, Lines { "\"C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\\" /SILENT" });
+    EXPECT_EQ (run (" C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\ ", " /SILENT "), End (false, 0));
+    EXPECT_EQ (run ("\"C:\\un.exe\""), End (false, 0));
+    EXPECT_EQ (calls, (Lines { "\" C:\\a \"b\" %TEMP% & ^'\\\\un.exe\\ \"  /SILENT ", "\"\"C:\\un.exe\"\" /SILENT" }));
+}
+
+TEST_F (RunUninstaller, StillWaitsAfter19999MillisecondsAndGivesUpAfter20000)
+{
+    StubUninstaller stub (folder, "uninstall", { "sleep 2000" });
+
+    const FastClock clock ({ 0, 19999, 1 });
+
+    EXPECT_EQ (run (stub.getPath()), End (false, 259));
+    EXPECT_EQ (clock.countReadings(), 3u);
 }
 
 TEST_F (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
