@@ -1,6 +1,6 @@
 #include "DisposableMachine.h"
 #include "FoundUninstaller.h"
-#include "OwnHive_windows.h"
+#include "OwnRegistry_windows.h"
 #include "RecordingLogger.h"
 #include "ReplacedImport_windows.h"
 #include "SampleKey_windows.h"
@@ -153,7 +153,7 @@ TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenItEndsAtAnEntryThatCannotBeOp
 TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
 {
     RecordingLogger logger;
-    const OwnHive emptyHive (HKEY_LOCAL_MACHINE);
+    const OwnRegistry emptyRegistry;
 
     EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
     EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry key: " + root });
@@ -173,17 +173,17 @@ TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameE
 
 TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
 {
-    const OwnHive hive (HKEY_LOCAL_MACHINE);
+    const OwnRegistry registry;
 
-    const SampleKey number (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 1");
+    const SampleKey number (registry.machine, rootPath + "\\Sample 1");
     number.set (L"DisplayName", REG_DWORD, Bytes ("\x10\x25\x11\x25", 4));
     number.set (L"UninstallString", REG_DWORD, Bytes ("C\0:\0", 4));
 
-    const SampleKey list (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 2");
+    const SampleKey list (registry.machine, rootPath + "\\Sample 2");
     list.set (L"DisplayName", REG_MULTI_SZ, terminated (u"Alpha sample") + terminated (u"Beta sample") + Bytes (2, 0));
     list.set (L"UninstallString", REG_EXPAND_SZ, terminated (u"%TEMP%\\uninstall.exe"));
 
-    const SampleKey binary (HKEY_LOCAL_MACHINE, rootPath + "\\Sample 3");
+    const SampleKey binary (registry.machine, rootPath + "\\Sample 3");
     binary.set (L"DisplayName", REG_BINARY, terminated (u"Gamma sample"));
     binary.set (L"UninstallString", REG_NONE, terminated (u"\"C:\\3.exe\""));
 
@@ -193,7 +193,7 @@ TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
     EXPECT_EQ (findCommand ("Gamma sample"), "C:\\3.exe");
 }
 
-// The views of 32-bit and 64-bit programs differ in the machine's own hive alone.
+// Only the machine's own registry has a view for 32-bit programs.
 using FindUninstallerOnThisMachine = DisposableMachine;
 
 TEST_F (FindUninstallerOnThisMachine, DoesNotSeeTheEntriesOf32BitPrograms)
@@ -215,9 +215,9 @@ TEST_F (FindUninstallerOnThisMachine, DoesNotSeeTheEntriesOf32BitPrograms)
 
 TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOfASingleUser)
 {
-    const SampleRegistry emptyRegistry;
-    const OwnHive hiveOfUser (HKEY_CURRENT_USER);
-    const SampleKey key (HKEY_CURRENT_USER, rootPath + "\\Sample of a user");
+    const OwnRegistry registry;
+    const SampleKey emptyRoot (registry.machine, rootPath);
+    const SampleKey key (registry.user, rootPath + "\\Sample of a user");
     key.set (L"DisplayName", REG_SZ, terminated (u"Orvex Studio"));
 
     EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);

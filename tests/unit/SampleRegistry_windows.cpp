@@ -1,14 +1,14 @@
 #include "SampleRegistry.h"
 
-#include "OwnHive_windows.h"
+#include "OwnRegistry_windows.h"
 #include "SampleKey_windows.h"
 
 #include <list>
 
 struct SampleRegistry::Implementation
 {
-    const OwnHive hive { HKEY_LOCAL_MACHINE };
-    const SampleKey root { HKEY_LOCAL_MACHINE, uninstallRoot };
+    const OwnRegistry registry;
+    const SampleKey root { registry.machine, uninstallRoot };
     std::list<SampleKey> keys;
 };
 
@@ -29,7 +29,8 @@ SampleRegistry::~SampleRegistry() = default;
 
 void SampleRegistry::add (const UninstallEntry& entry)
 {
-    const auto& key = implementation->keys.emplace_back (HKEY_LOCAL_MACHINE, uninstallRoot + ("\\" + entry.keyName));
+    const auto& key = implementation->keys.emplace_back (implementation->registry.machine,
+                                                         uninstallRoot + ("\\" + entry.keyName));
 
     if (entry.displayName)
         key.set (L"DisplayName", typeOf (*entry.displayName), *entry.displayName);
