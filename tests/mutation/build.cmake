@@ -1,5 +1,5 @@
-# For the builds of changed programs. No change is refused for a mere warning, and what is compiled again
-# and again compiles quickly.
+# Settings for the builds of changed programs: no change is refused for a mere warning, and the sources that
+# are compiled again and again compile quickly.
 
 add_compile_options (-w)
 add_link_options (-fuse-ld=lld)

@@ -1,7 +1,7 @@
-"""Small changes to the code under src, of which each would be a fault: what a test suite has to notice.
+"""Small changes to the code under src, each of them a fault that a test suite must notice.
 
-A change is one of these: another literal, operator or log level, a size that is too small, a condition that is
-negated, a statement or a row of a table that is left out.
+A change is one of these: another literal, operator or log level, a size that is too small, a negated condition, a
+missing statement, or a missing row of a table.
 """
 
 import re
@@ -16,7 +16,7 @@ EXCUSES = Path(__file__).with_name("excuses.txt")
 class Change:
     file: str
     line_number: int
-    line: str  # as it was, without the blanks around it
+    line: str  # as it was, without leading and trailing spaces
     description: str
     result: str  # the whole file
 
@@ -80,7 +80,7 @@ OTHER = (
 
 
 def tokens(code: str):
-    """Yields the extent of a token that can be another one, the other one and a description."""
+    """Yields the extent of a token that can be replaced, its replacement and a description."""
     for token in TOKEN.finditer(code):
         other = other_text(token)
 
@@ -99,7 +99,7 @@ def other_text(token: re.Match) -> str | None:
         return None  # the brackets of a template
 
     if text == "+" and not re.match(r" \d", after):
-        return None  # texts can only be joined
+        return None  # strings can only be joined
 
     match token.lastgroup:
         case "string":
@@ -115,7 +115,7 @@ def other_text(token: re.Match) -> str | None:
 
 
 def blanked(code: str) -> str:
-    """The code with blanks for comments and directives, and with other letters in texts."""
+    """The code with spaces for comments and directives, and with other letters in string literals."""
 
     def blank(token: re.Match) -> str:
         if token.lastgroup in ("comment", "directive"):
@@ -149,12 +149,12 @@ ROW = re.compile(r"^ +(\{ .* \},)(?: *//.*)?$", re.MULTILINE)
 
 
 def left_out(code: str):
-    """Yields the extent of a statement or a row, what remains without it and a description."""
+    """Yields the extent of a statement or a row, the rest without it and a description."""
     for start, end in [*statements(code), *(row.span(1) for row in ROW.finditer(code))]:
         text = code[start:end]
         last_return = text.startswith("return ") and re.match(r"\s*\}", code[end:])
 
-        # What is declared is needed, and a function without its value is no program.
+        # Without a declaration, or without its return value, a function does not compile.
         if not DECLARATION.match(text) and not last_return:
             yield start, end, ";" if text.endswith(";") else "", f"left out: {' '.join(text.split())}"
 

@@ -1,13 +1,13 @@
 #!/usr/bin/python3
-"""Changes the code under src in one small place at a time, and tells which changes no test notices.
+"""Changes the code under src in one small place at a time, and lists the changes that no test notices.
 
-Each change is built and tried with the unit tests and the whole-program tests, until one of them notices it: first on
-Linux, then on Linux with the sanitizers; a change to a file that only Windows compiles, under Wine. One that does not
-compile is none. Those that need not be noticed stand in tests/mutation/excuses.txt, each with the reason. Fails if any
-other was not noticed, or if an excuse is no longer needed.
+Each change is built and tried with the unit tests and the whole-program tests until one of them fails: first on Linux,
+then on Linux with the sanitizers; a change to a file that only Windows compiles is tried under Wine. A change that does
+not compile does not count. tests/mutation/excuses.txt lists the changes that may survive, each with the reason. The
+run fails if any other change survives, or if an excuse is no longer needed.
 
-Every worker has a copy of the whole tree in build/mutation, with builds of its own, which stands at the tree's own
-path for all that it starts.
+Every worker has a copy of the whole tree in build/mutation, with builds of its own. The commands that it starts see
+the copy at the path of the tree itself.
 """
 
 import argparse
@@ -50,7 +50,7 @@ def attempts_on(kind: str) -> list[Attempt]:
 
 
 def attempts_for(file: str) -> list[Attempt]:
-    """What is tried on a change to a file, one after the other, until it is noticed."""
+    """The attempts for a change to a file, in order, until one notices it."""
     if "_windows" in file:
         return attempts_on("windows")
 
@@ -65,8 +65,8 @@ class Tree:
         self.folder = COPIES / f"tree-{number}"
 
     def run(self, command: list[str], seconds: float | None = None, output=subprocess.DEVNULL) -> int | None:
-        """Runs a command on this tree, at the original's path, and ends all that it starts. Returns its exit code, or
-        nothing if it took longer than that."""
+        """Runs a command on this tree, at the path of the original, and ends all that it starts. Returns its exit code,
+        or None after so many seconds."""
         options = ["--die-with-parent", "--unshare-pid", "--dev-bind", "/", "/", "--proc", "/proc", "--tmpfs", "/tmp"]
         options += ["--bind", str(self.folder), str(TOP), "--chdir", str(TOP)]
         limited = ["prlimit", f"--fsize={1 << 30}", *command]  # a changed program may write without end
@@ -107,7 +107,7 @@ class Trial:
             subprocess.run(["cp", "-a", "--reflink=auto", self.trees[0].folder, tree.folder], check=True)
 
     def demand(self, command: Iterable[str]) -> None:
-        """Runs what has to succeed as long as nothing is changed."""
+        """Runs a command that must succeed while nothing is changed."""
         log = COPIES / "log"
 
         with log.open("wb") as output:
@@ -117,7 +117,7 @@ class Trial:
             sys.exit(log.read_text(errors="replace"))
 
     def outcome(self, change: Change, tree: Tree) -> str:
-        """What becomes of a change."""
+        """Whether a change is noticed, and by what."""
         file = tree.folder / change.file
         unchanged = file.read_bytes()
         file.write_text(change.result)
@@ -149,7 +149,7 @@ def build(kind: str) -> tuple[str, ...]:
 
 
 def update(copy: Path, original: Path) -> None:
-    """Makes a copy, and writes only what differs, so that a build does not do everything anew."""
+    """Makes a copy, and writes only files that differ, so that a build does not start from nothing."""
     if original.is_dir():
         copy.mkdir(parents=True, exist_ok=True)
         left_alone = {".git", "build", "dist"} if original == TOP else {"__pycache__"}
