@@ -15,7 +15,7 @@ def pytest_addoption(parser):
 
 @pytest.fixture
 def drive_d(windows, tmp_path):
-    """A second drive of the Windows, which has the working folder in it."""
+    """A second drive of the Windows, with the working folder on it."""
     drive = tmp_path / "d"
     windows.working_folder = drive / "work"
     windows.working_folder.mkdir(parents=True)

@@ -1,4 +1,4 @@
-"""Random machines, and a plain model of what the program has to do on them.
+"""Random machines, and a plain model of what the program must do on them.
 
 A situation is all that a run depends on. The model predicts from it what the run leaves behind.
 """
@@ -57,7 +57,7 @@ class Outcome:
     calls: dict[str, list[str]]  # what each uninstaller noted
 
 
-# What is random about a machine. What comes first in a choice is what a failure is shrunk to.
+# The random parts of a machine. A failure is shrunk to the first element of each choice.
 
 LISTED = sorted({PurePosixPath(base) / child for product in PRODUCTS for base, child in product.table})
 UNLISTED = [
@@ -80,7 +80,7 @@ def random_paths(draw) -> dict[PurePosixPath, str]:
     paths = {}
     contents = [None, *draw(st.lists(FOLDERS | FILES, min_size=3, max_size=3))]
 
-    # Parents come before what lies in them, which cannot be if they are files.
+    # Parents come before their contents, and have none if they are files.
     for path in sorted(LISTED + UNLISTED):
         content = draw(st.sampled_from(contents))
         has_room = not any(paths.get(parent, FOLDER) != FOLDER for parent in path.parents)
@@ -146,9 +146,9 @@ WITHOUT_REGISTRY = {"paths": random_paths(), "arguments": ARGUMENTS, "answers": 
 WITH_REGISTRY = WITHOUT_REGISTRY | {"uninstallers": UNINSTALLERS, "entries": ENTRIES}
 
 
-# What the program has to do.
+# The model of the program.
 
-# What is told of a path, which is a folder or is not, and could be deleted or not.
+# The lines about a path, by whether it is a folder and whether it could be deleted.
 DELETIONS = {
     (True, True): folder_deleted,
     (True, False): folder_not_deleted,
@@ -199,7 +199,7 @@ class Model:
             self.transcript += "Y/n? "
 
     def clean(self, product) -> bool:
-        # All lookups, also those behind a failed one.
+        # All lookups, even after one that failed.
         lookups = [self.uninstall(fragment, name) for fragment, name in product.lookups]
         steps = "".join(told for told, _ in lookups)
 
@@ -223,7 +223,7 @@ class Model:
         return not stubborn
 
     def uninstall(self, fragment: str, advised_name: str) -> tuple[str, bool]:
-        """What is told of the uninstaller, and whether the run goes on."""
+        """The lines about the uninstaller, and whether the run goes on."""
         found = [values for _, values in sorted(self.entries.items()) if fragment in values.get("DisplayName", "")]
 
         if not found:
@@ -248,7 +248,7 @@ class Model:
         return exited(uninstaller.exit_code), True
 
 
-# The situation on a machine, and what a run leaves of it.
+# A situation on a machine, and the outcome of a run.
 
 
 def on_machine(machine, path: PurePosixPath) -> Path:
@@ -284,7 +284,7 @@ def lay_out(machine, situation: Situation) -> None:
 
 
 def run_on(machine, situation: Situation) -> Outcome:
-    """Lays the situation out, runs the program, and gathers what it left."""
+    """Lays the situation out, runs the program, and collects the outcome."""
     before = machine.tree()
     lay_out(machine, situation)
     before -= {on_machine(machine, path) for path in situation.paths}

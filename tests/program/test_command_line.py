@@ -1,4 +1,4 @@
-"""What the arguments ask for."""
+"""The arguments, and what they start."""
 
 import pytest
 
@@ -66,7 +66,7 @@ def test_prints_help_or_the_version_and_cleans_nothing(linux, arguments, text):
     assert linux.content.is_dir()
 
 
-def test_calls_itself_in_help_by_the_name_of_its_file_and_gives_a_long_name_a_line_of_its_own(linux):
+def test_help_shows_the_name_of_the_program_s_file_and_gives_a_long_name_a_line_of_its_own(linux):
     linux.program = linux.downloads / "Remove the products of Tessara Works.exe"
 
     run = linux.run("--help")
@@ -103,7 +103,7 @@ def test_prints_and_refuses_on_windows_as_on_linux(windows):
     assert windows.run("--clean=content") == refused(INVALID.format("content"))
 
 
-# Words, options and letters that mean nothing, many of them nearly something.
+# Words, options and letters without a meaning; many of them nearly have one.
 UNKNOWN = ["--unknown", "-1", "-c", "-x", "-", "--", "Content", "all", "of", "it", "help", "/?", "/h", "/clean=Content"]
 UNKNOWN += ["--CLEAN=All", "--Clean=Content", "--clear=Content", "--cleanContent", "--clean-all", "---clean=Content"]
 UNKNOWN += ["clean=Content", "---help", "--HELP", "--Version", "--h", "--v", "-H", "-V"]
@@ -114,20 +114,20 @@ OFFERED = {
     "all products among unknown arguments": ([*UNKNOWN, "--clean=All", *UNKNOWN], ALL_DECLINED),
     "one product among unknown arguments": ([*UNKNOWN, "--clean=Content", *UNKNOWN], CONTENT_DECLINED),
     "the first of two targets": (["--clean=Content", "--clean=All"], CONTENT_DECLINED),
-    "without blanks and quotes around it": (["", "   ", ' "--clean=Content" ', "-1"], CONTENT_DECLINED),
-    "with blanks inside of quotes": (['" --clean=Content"'], ALL_DECLINED),
+    "without spaces and quotes around it": (["", "   ", ' "--clean=Content" ', "-1"], CONTENT_DECLINED),
+    "with spaces inside quotes": (['" --clean=Content"'], ALL_DECLINED),
 }
 
 
 @pytest.mark.parametrize(("arguments", "transcript"), OFFERED.values(), ids=OFFERED)
-def test_offers_what_the_arguments_ask_for_and_else_all_products(machine, arguments, transcript):
+def test_offers_the_target_of_the_arguments_or_else_all_products(machine, arguments, transcript):
     run = machine.run(*arguments, answers=NO_TO_ALL)
 
     assert run == succeeded(machine, transcript)
 
 
-# Windows only: there, a program's own runtime may replace such arguments by the names of files.
-def test_takes_arguments_with_wildcards_as_they_were_typed(windows):
+# Windows only: there, a program's runtime may replace such arguments by file names.
+def test_takes_wildcards_as_they_were_typed(windows):
     (windows.working_folder / "-h").write_text("")
 
     run = windows.run("*", "-?", answers=NO_TO_ALL)

@@ -1,4 +1,4 @@
-"""What becomes of the content, whatever lies in its place."""
+"""The deletion of the content folder, or of what is in its place."""
 
 import pytest
 

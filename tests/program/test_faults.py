@@ -1,4 +1,4 @@
-"""What becomes of a session when the machine lets it down, or is out of the ordinary."""
+"""Sessions on machines that fail, or that are out of the ordinary."""
 
 import fcntl
 import os
@@ -39,7 +39,7 @@ def wait_for_prompt(machine, number: int = 1) -> None:
 
 
 def killed(run: Run, transcript: str) -> Run:
-    """What is left of a session that was ended at once, with whatever exit code."""
+    """A session that was killed, with any exit code."""
     return failed(transcript, errors="", exit_code=run.exit_code)
 
 
@@ -58,12 +58,12 @@ def test_has_every_line_in_the_log_file_when_it_is_killed_at_a_prompt(machine):
     assert not content.exists()
 
 
-# A limit on the size of every file stands in for a full disk: there is no disk of its own for a machine everywhere.
+# A limit on the size of every file stands in for a full disk: not every machine can get a disk of its own.
 DISK_SIZE = 1 << 20
 ON_A_FULL_DISK = ["/bin/sh", "-c", f'trap "" XFSZ; ulimit -f {DISK_SIZE // 512}; exec "$@"', "sh"]
 
 
-# Linux only: Wine takes no notice of the limit.
+# Linux only: Wine ignores the limit.
 @pytest.mark.parametrize("room", [0, 400])
 def test_fills_the_disk_with_the_log_and_goes_on_without_it(linux, room):
     content = place_content(linux)
@@ -95,7 +95,7 @@ def test_goes_on_without_a_log_when_the_desktop_disappears_between_two_lines(mac
     assert not content.exists()
 
 
-# Linux only: Windows deletes no folder that is the current one of a program.
+# Linux only: Windows does not delete the current folder of a program.
 def test_does_not_need_its_current_folder(linux):
     content = place_content(linux)
     linux.options += ["--file", "/bin/rmdir", "/bin/rmdir"]
@@ -110,8 +110,8 @@ def test_does_not_need_its_current_folder(linux):
     assert not content.exists()
 
 
-# Linux only: there, the log file gets the number of the closed output.
-def test_has_all_in_the_log_file_when_the_output_is_closed(linux):
+# Linux only: there, the log file gets the file descriptor of the closed output.
+def test_has_every_line_in_the_log_file_when_the_output_is_closed(linux):
     content = place_content(linux)
     linux.launcher = ["/bin/sh", "-c", 'exec "$@" >&-', "sh"]
 
@@ -121,7 +121,7 @@ def test_has_all_in_the_log_file_when_the_output_is_closed(linux):
     assert not content.exists()
 
 
-def test_has_all_in_the_log_file_when_the_output_goes_to_a_full_disk(machine):
+def test_has_every_line_in_the_log_file_when_the_output_goes_to_a_full_disk(machine):
     content = place_content(machine)
 
     with machine.input("y\n\n") as stdin, open("/dev/full", "wb") as full_disk:
@@ -133,7 +133,7 @@ def test_has_all_in_the_log_file_when_the_output_goes_to_a_full_disk(machine):
 
 @contextmanager
 def full_pipe(room: int = 0):
-    """Both ends of a pipe that has room for so many bytes and no more."""
+    """Both ends of a pipe that has room for this number of bytes."""
     reader, writer = os.pipe()
     fcntl.fcntl(writer, fcntl.F_SETPIPE_SZ, 4096)
     os.write(writer, b"." * (4096 - room))
@@ -142,7 +142,7 @@ def full_pipe(room: int = 0):
         yield readable, writable
 
 
-# Linux only: Wine's programs do not sleep where Linux sees it.
+# Linux only: the state of a process under Wine does not tell whether its program sleeps.
 @pytest.mark.parametrize("room", range(350, 1700, 75))
 def test_has_every_line_in_the_log_file_when_it_is_killed_between_any_two(linux, room):
     with linux.input(YES_TO_ALL) as stdin, full_pipe(room) as (reader, writer):
@@ -164,7 +164,7 @@ def is_asleep(process_id: int) -> bool:
 
 
 def run_whose_reader_goes_away(machine) -> Run:
-    """What becomes of a session when nobody will read any more what it is about to write."""
+    """A session that loses the reader of its output before it writes more."""
     with full_pipe() as (reader, writer):
         process = machine.start("--clean=Content", stdout=writer)
         writer.close()
@@ -173,7 +173,7 @@ def run_whose_reader_goes_away(machine) -> Run:
         return machine.outcome(process)
 
 
-def test_is_ended_by_linux_when_the_reader_of_its_output_goes_away(linux):
+def test_is_killed_by_linux_when_the_reader_of_its_output_goes_away(linux):
     content = place_content(linux)
 
     run = run_whose_reader_goes_away(linux)
@@ -191,8 +191,8 @@ def test_goes_on_under_windows_when_the_reader_of_its_output_goes_away(windows):
     assert not content.exists()
 
 
-# Windows only: Linux deletes a file although it is open.
-def test_fails_at_a_file_that_is_opened_while_the_question_waits_and_removes_it_the_next_time(windows):
+# Windows only: Linux deletes open files.
+def test_fails_at_a_file_that_is_opened_during_the_question_and_removes_it_the_next_time(windows):
     content = place_content(windows)
     locked = content / "Packs" / "Strings" / "Legato.pack"
 
@@ -216,14 +216,14 @@ def test_fails_at_a_file_that_is_opened_while_the_question_waits_and_removes_it_
 
 @pytest.fixture
 def bury():
-    """Puts a file into so many folders of one name, in one another, and removes what a test leaves of them."""
+    """Puts a file into nested folders of one name, and removes what a test leaves of them."""
     made = []
 
     def bury(folder: Path, name: str, depth: int) -> None:
         made.append(folder)
         put(folder, "Legato.pack")
 
-        # From the inside out, since the system takes no path that names all of them.
+        # From the inside out, since no path may be as long as all of them.
         for _ in range(depth):
             inner = folder.rename(folder.with_name("inner"))
             folder.mkdir()
@@ -312,8 +312,8 @@ def test_ends_as_usual_beside_a_copy_that_deletes_the_same_at_the_same_time(mach
 
     assert not content.exists()
 
-    # Windows lets only one of them write at a time: the other's line is lost, whichever it is, but none is broken. On
-    # Linux, the library writes where the file ended when it was opened, and one line may overwrite another.
+    # Windows lets only one of them write at a time: the other's line is lost, but no line is broken. On Linux, the
+    # library writes where the file ended when it was opened, and one line may overwrite another.
     if isinstance(machine, Windows):
         lines = machine.log().split("\n")
         assert set(lines) <= {line for outcome in outcomes for line in outcome.log.split("\n")}

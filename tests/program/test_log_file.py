@@ -13,7 +13,7 @@ SESSION = LOG_BANNER + without_prompts(DECLINED)
 FIRST_LINES = "the first line\r\nthe second line\r\n"
 
 
-# One longer than the limit: without the line that exceeds it.
+# A file that is one byte too long loses its first line.
 @pytest.mark.parametrize(("size", "dropped"), [(5_000_000, ""), (5_000_001, "the first line")])
 def test_of_earlier_runs_is_trimmed_to_the_limit_before_a_run_and_may_grow_past_it_then(machine, size, dropped):
     old = FIRST_LINES + "x" * (size - len(FIRST_LINES) - 2) + "\r\n"
@@ -21,7 +21,7 @@ def test_of_earlier_runs_is_trimmed_to_the_limit_before_a_run_and_may_grow_past_
 
     run = machine.run("--clean=Content", answers="n\n\n")
 
-    # Nobody wants to be shown five million characters: the old lines are only told to be alike or not.
+    # A failure must not print five million characters: the old lines are only compared.
     kept = old.removeprefix(dropped).replace("\r\n", "\n")
     is_kept = run.log.startswith(kept)
     run.log = run.log[len(kept) :]
@@ -31,7 +31,7 @@ def test_of_earlier_runs_is_trimmed_to_the_limit_before_a_run_and_may_grow_past_
     assert contents_of(machine.desktop) == ["OrvexCleaner.log"]
 
 
-def test_is_not_missed_where_its_path_is_a_folder(machine):
+def test_is_not_needed_where_its_path_is_a_folder(machine):
     machine.log_file.mkdir()
 
     run = machine.run("--clean=Content", answers="n\n\n")
@@ -41,7 +41,7 @@ def test_is_not_missed_where_its_path_is_a_folder(machine):
     assert list(machine.log_file.iterdir()) == []
 
 
-# Linux only: Wine lets its user write everything.
+# Linux only: Wine lets its user write to everything.
 def test_that_may_not_be_written_stays_as_it_is(linux):
     linux.log_file.write_bytes(b"an earlier run\r\n")
     linux.log_file.chmod(0o444)
@@ -52,7 +52,7 @@ def test_that_may_not_be_written_stays_as_it_is(linux):
 
 
 # Linux only, for the same reason.
-def test_is_not_missed_where_it_may_not_be_made(linux):
+def test_is_not_needed_where_it_may_not_be_made(linux):
     linux.desktop.chmod(0o555)
 
     run = linux.run("--clean=Content", answers="n\n\n")
@@ -71,8 +71,8 @@ def test_that_another_program_holds_open_stays_as_it_is(windows):
     assert run == succeeded(windows, DECLINED, log="an earlier run\n")
 
 
-# Windows only: on Linux the location of the desktop is always known. Whether the log file is shown is
-# left out, since Wine's Explorer shows nothing without a desktop.
+# Windows only: on Linux the location of the desktop is always known. The test does not look whether the log file is
+# shown, since Wine's Explorer shows nothing without a desktop.
 def test_lies_in_the_root_of_the_current_drive_without_a_desktop(windows, drive_d):
     with windows.without("desktop"):
         run = windows.run("--clean=Content", answers="n\n\n")
@@ -84,7 +84,7 @@ def test_lies_in_the_root_of_the_current_drive_without_a_desktop(windows, drive_
     assert contents_of(windows.desktop) == []
 
 
-# Linux only: there, a desktop that is not there still has a place.
+# Linux only: there, a missing desktop still has a location.
 def test_is_made_together_with_the_desktop(linux):
     linux.options += ["--set", "HOME", "/home/newcomer"]
     linux.desktop = linux.root / "home/newcomer/Desktop"

@@ -40,7 +40,7 @@ def place_file(path):
     put(path.parent, path.name)
 
 
-def test_has_each_path_listed_as_the_program_has_it(windows):
+def test_has_the_paths_that_the_program_lists(windows):
     tool = windows.tool("C:\\tools\\ListPaths.exe", stdout=subprocess.PIPE, text=True)
     listed = [tuple(line.split("\t")) for line in tool.communicate()[0].splitlines()]
 
@@ -49,7 +49,7 @@ def test_has_each_path_listed_as_the_program_has_it(windows):
 
 
 def place_neighbours(paths):
-    """Places folders and files whose names begin as those of the paths, or with which those begin."""
+    """Places folders and files whose names are longer than those of the paths, or shorter, by a few characters."""
     for path in paths:
         place_folder(path.with_name(f"{path.name} 2"))
         place_file(path.with_name(path.name[:-1]))

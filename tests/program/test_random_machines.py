@@ -1,4 +1,4 @@
-"""Random machines: what the program does on them is what a plain model of it says.
+"""Random machines: the program does on them what a plain model says.
 
 Which machines is fixed. Any number of fresh ones, on each kind of machine, comes with
 
