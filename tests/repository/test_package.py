@@ -33,8 +33,8 @@ CONTENTS = ["OrvexCleaner.exe", "guide.txt", "third-party-notices.txt", "OrvexCl
 SOFTHSM = "/usr/lib/softhsm/libsofthsm2.so"
 IN_A_FILE = ["--sign", "release.p12"]
 ON_A_TOKEN = ["--pkcs11-module", SOFTHSM, "--key", "pkcs11:token=Orvex;object=release", "--certificate", "release.pem"]
+NOT_VERIFIED = "the signature of OrvexCleaner.exe does not verify against its certificate"
 NOTICES = "docs/third-party-notices.txt"
-NO_TIMESTAMP = "Without --timestamp, the signature ends with its certificate.\n"
 FOREIGN_TOOLS = (
     "scripts/package: these are not the tools and the JUCE of Debian 12, so that the package has other bytes\n"
 )
@@ -115,13 +115,22 @@ def packed(sources, tmp_path):
 
 @pytest.fixture(scope="module")
 def keys(tmp_path_factory):
-    """A folder with a throwaway certificate, its key in a file and on a token, under the password "secret", and with
-    another one that confirms times."""
+    """A folder with throwaway certificates under the password "secret".
+
+    That of the release has its key in a file and on a token. It comes with its issuer, and without its root.
+    """
     folder = tmp_path_factory.mktemp("keys")
-    make_certificate("/CN=Throwaway", "codeSigning", folder / "release.key", folder / "release.pem")
-    make_certificate("/CN=Throwaway time", "critical,timeStamping", folder / "time.key", folder / "time.pem")
-    both = ["-inkey", "release.key", "-in", "release.pem"]
-    output_of("openssl", "pkcs12", "-export", *both, "-out", "release.p12", "-passout", "pass:secret", cwd=folder)
+    make_certificate(folder, "root", "codeSigning")
+    make_certificate(folder, "issuer", "codeSigning", "-CA", "root.pem", "-CAkey", "root.key")
+    make_certificate(folder, "release", "codeSigning", "-CA", "issuer.pem", "-CAkey", "issuer.key")
+    make_certificate(folder, "expired", "codeSigning", with_clock=["faketime", "-f", "-9d"])
+    make_certificate(folder, "time", "critical,timeStamping")
+
+    make_key_file(folder, "expired.p12", "expired")
+    make_key_file(folder, "without_issuer.p12", "release")
+    with (folder / "release.pem").open("a") as certificates:
+        certificates.write((folder / "issuer.pem").read_text())
+    make_key_file(folder, "release.p12", "release")
 
     (folder / "tokens").mkdir()
     (folder / "softhsm2.conf").write_text(f"directories.tokendir = {folder}/tokens\n")
@@ -134,9 +143,15 @@ def keys(tmp_path_factory):
         yield folder
 
 
-def make_certificate(subject: str, usage: str, key: Path, certificate: Path):
-    make = ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", subject]
-    output_of(*make, "-addext", f"extendedKeyUsage={usage}", "-keyout", key, "-out", certificate)
+def make_certificate(folder: Path, name: str, usage: str, *options: str, with_clock=()):
+    make = [*with_clock, "openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", *options]
+    make += ["-subj", f"/CN=Throwaway {name}", "-addext", f"extendedKeyUsage={usage}"]
+    output_of(*make, "-keyout", f"{name}.key", "-out", f"{name}.pem", cwd=folder)
+
+
+def make_key_file(folder: Path, file: str, name: str):
+    make = ["openssl", "pkcs12", "-export", "-passout", "pass:secret", "-out", file]
+    output_of(*make, "-inkey", f"{name}.key", "-in", f"{name}.pem", cwd=folder)
 
 
 @pytest.fixture
@@ -167,7 +182,7 @@ def time_server(keys, tmp_path):
 def signature_of(packed: Path, keys: Path, folder: Path) -> str:
     """What osslsigncode says of the signature in a package; fails if it is not good."""
     (folder / "signed.exe").write_bytes(content_of(packed)["OrvexCleaner.exe"])
-    certificates = ["-CAfile", keys / "release.pem", "-TSA-CAfile", keys / "time.pem"]
+    certificates = ["-CAfile", keys / "root.pem", "-TSA-CAfile", keys / "time.pem"]
     return output_of("osslsigncode", "verify", *certificates, folder / "signed.exe")
 
 
@@ -356,17 +371,17 @@ def test_signs_the_executable_by_a_key_in_a_file_and_asks_for_its_password(sourc
     person, terminal = os.openpty()
     os.write(person, b"secret\n")
 
-    run = package(sources, *IN_A_FILE, "--output", tmp_path, stdin=terminal, cwd=keys)
+    run = package(sources, *IN_A_FILE, "--no-timestamp", "--output", tmp_path, stdin=terminal, cwd=keys)
     os.close(person)
     os.close(terminal)
 
-    is_signed(run, f"Password of {keys}/release.p12: \n{NO_TIMESTAMP}", sources, elsewhere, keys, tmp_path)
+    is_signed(run, f"Password of {keys}/release.p12: \n", sources, elsewhere, keys, tmp_path)
 
 
 def test_signs_the_executable_by_a_key_on_a_token(sources, elsewhere, keys, tmp_path):
-    run = package(sources, *ON_A_TOKEN, "--output", tmp_path, password="secret", cwd=keys)
+    run = package(sources, *ON_A_TOKEN, "--no-timestamp", "--output", tmp_path, password="secret", cwd=keys)
 
-    is_signed(run, NO_TIMESTAMP, sources, elsewhere, keys, tmp_path)
+    is_signed(run, "", sources, elsewhere, keys, tmp_path)
 
 
 def is_signed(run, opening: str, sources: Path, elsewhere: Path, keys: Path, folder: Path):
@@ -380,7 +395,7 @@ def is_signed(run, opening: str, sources: Path, elsewhere: Path, keys: Path, fol
     assert "Signature verification: ok" in signature
     assert "Timestamp is not available" in signature
 
-    of_whom = "apart from the signature, which is that of /CN=Throwaway"
+    of_whom = "apart from the signature, which is that of /CN=Throwaway release"
     assert verify(elsewhere, packed) == (f"Verified {of_whom}: commit {head_of(sources)}", 0)
 
 
@@ -391,7 +406,6 @@ def test_has_the_time_of_the_signature_confirmed_on_demand(sources, keys, time_s
 
     assert run.returncode == 0, run.stderr
     assert f"Signing OrvexCleaner.exe, with the time of {time_server}\n" in run.stderr
-    assert NO_TIMESTAMP not in run.stderr
 
     signature = signature_of(tmp_path / PACKAGE, keys, tmp_path)
     assert "Timestamp Server Signature verification: ok" in signature
@@ -401,10 +415,14 @@ def test_has_the_time_of_the_signature_confirmed_on_demand(sources, keys, time_s
 @pytest.mark.parametrize(
     ("options", "password", "told"),
     [
-        (["--sign", "missing.p12"], "secret", "there is nothing to read in {keys}/missing.p12"),
-        (IN_A_FILE, "guessed", "the password does not open {keys}/release.p12, or it is no PKCS#12 file"),
+        (["--sign", "missing.p12", "--no-timestamp"], "secret", "there is nothing to read in {keys}/missing.p12"),
         (
-            IN_A_FILE,
+            [*IN_A_FILE, "--no-timestamp"],
+            "guessed",
+            "the password does not open {keys}/release.p12, or it is no PKCS#12 file",
+        ),
+        (
+            [*IN_A_FILE, "--no-timestamp"],
             None,
             "there is no terminal to ask for the password of {keys}/release.p12: set ORVEX_SIGN_PASSWORD",
         ),
@@ -419,17 +437,46 @@ def test_makes_no_package_that_it_cannot_sign(sources, keys, tmp_path, options, 
 
 
 def test_makes_no_package_with_a_wrong_pin(sources, keys, tmp_path):
-    run = package(sources, *ON_A_TOKEN, "--output", tmp_path / "signed", password="guessed", cwd=keys)
+    options = ["--no-timestamp", "--output", tmp_path / "signed"]
+
+    run = package(sources, *ON_A_TOKEN, *options, password="guessed", cwd=keys)
 
     assert "PIN incorrect" in run.stderr
     no_package_made(run, tmp_path / "signed", "OrvexCleaner.exe cannot be signed")
+
+
+@pytest.mark.parametrize("key", ["expired.p12", "without_issuer.p12"])
+def test_packs_no_signature_whose_certificate_is_not_good(sources, keys, tmp_path, key):
+    options = ["--sign", key, "--no-timestamp", "--output", tmp_path / "signed"]
+
+    run = package(sources, *options, password="secret", cwd=keys)
+
+    no_package_made(run, tmp_path / "signed", NOT_VERIFIED)
+
+
+def test_packs_no_signature_that_is_not_of_the_executable(sources, keys, tmp_path, monkeypatch):
+    signs_badly = tmp_path / "osslsigncode"
+    signs_badly.write_text(
+        f"""#!/bin/bash
+        {shutil.which("osslsigncode")} "$@" || exit
+        [ "$1" != sign ] || printf damaged | dd of="${{@: -1}}" bs=1 seek=32768 conv=notrunc status=none
+        """
+    )
+    signs_badly.chmod(0o755)
+    monkeypatch.setenv("PATH", str(tmp_path), prepend=os.pathsep)
+    options = ["--no-timestamp", "--output", tmp_path / "signed"]
+
+    run = package(sources, *IN_A_FILE, *options, password="secret", cwd=keys)
+
+    no_package_made(run, tmp_path / "signed", NOT_VERIFIED)
 
 
 def test_does_not_sign_what_nobody_can_support(sources, keys, tmp_path):
     unsupported = clone(tmp_path / "clone", sources)
     commit_settings(unsupported, {NEXT_ADDRESS: "support@tessaraworks.example"})
 
-    run = package(unsupported, *IN_A_FILE, "--output", tmp_path / "signed", password="secret", cwd=keys)
+    options = ["--no-timestamp", "--output", tmp_path / "signed"]
+    run = package(unsupported, *IN_A_FILE, *options, password="secret", cwd=keys)
 
     told = "nobody can write to the support address in CMakeLists.txt, so the program is not signed"
     no_package_made(run, tmp_path / "signed", told)
@@ -447,7 +494,13 @@ def no_package_made(run: subprocess.CompletedProcess, output: Path, reason: str)
         (ON_A_TOKEN[2:4], "--pkcs11-module, --key and --certificate go together"),
         (ON_A_TOKEN[:2] + ON_A_TOKEN[4:], "--pkcs11-module, --key and --certificate go together"),
         (IN_A_FILE + ON_A_TOKEN, "the key is in a file or on a token, not both"),
-        (["--timestamp", "http://127.0.0.1:9/"], "--timestamp goes with a signature"),
+        (IN_A_FILE, "a signature without --timestamp ends with its certificate; if that is meant, say --no-timestamp"),
+        (
+            [*IN_A_FILE, "--timestamp", "http://127.0.0.1:9/", "--no-timestamp"],
+            "--timestamp and --no-timestamp exclude each other",
+        ),
+        (["--timestamp", "http://127.0.0.1:9/"], "--timestamp and --no-timestamp go with a signature"),
+        (["--no-timestamp"], "--timestamp and --no-timestamp go with a signature"),
         (["--sign"], "--sign needs a value"),
         (["--singn"], "there is no option '--singn'"),
     ],
@@ -476,7 +529,7 @@ def test_makes_no_package_of_what_is_not_committed_and_tells_of_a_foreign_juce(t
 def test_tells_how_it_is_used(sources):
     run = package(sources, "--help")
 
-    assert run.stdout.startswith("Usage: scripts/package [--output FOLDER] [--sign FILE | --pkcs11-module LIBRARY ")
+    assert run.stdout.startswith("Usage: scripts/package [--output FOLDER]\n")
     assert run.stderr == ""
     assert run.returncode == 0
 
