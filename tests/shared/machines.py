@@ -22,7 +22,13 @@ from texts import FAILURE
 
 ISOLATED = TOP / "tests" / "shared" / "isolated"
 AS_IN_CONTAINER = SUPPORT / "as-in-container"
-WINE_PREFIX = BUILD / ("test-windows" + os.environ.get("PYTEST_XDIST_WORKER", ""))  # one for each worker
+
+# Each process that runs tests has a Windows of its own, a copy of the first.
+FIRST_WINE_PREFIX = BUILD / "test-windows" / "first"
+WINE_PREFIX = FIRST_WINE_PREFIX.with_name(
+    os.environ.get("ORVEX_TEST_PART", "tests") + os.environ.get("PYTEST_XDIST_WORKER", "")
+)
+
 REQUIRES_ADMINISTRATOR = b'level="requireAdministrator"'
 AS_INVOKER = b'level="asInvoker"'
 UNINSTALL_KEY = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall"
@@ -192,7 +198,16 @@ class Windows(Machine):
     @classmethod
     def make(cls) -> None:
         """Makes the Windows, if it is not there yet."""
-        cls.carry_out(SUPPORT / "wine-prefix", cls.prefix)
+        if (cls.prefix / ".ready").exists():
+            return
+
+        cls.prefix.parent.mkdir(parents=True, exist_ok=True)
+        cls.carry_out(SUPPORT / "wine-prefix", FIRST_WINE_PREFIX)
+
+        copy = cls.prefix.with_suffix(".copy")
+        subprocess.run(["rm", "-rf", copy, cls.prefix], check=True)
+        subprocess.run(["cp", "-a", "--reflink=auto", FIRST_WINE_PREFIX, copy], check=True)
+        copy.rename(cls.prefix)
 
     @classmethod
     @contextmanager
