@@ -44,7 +44,7 @@ def attempts_on(kind: str) -> list[Attempt]:
     pytest = "/usr/bin/python3", "-m", "pytest", "-x", "-q", "-p", "no:cacheprovider", "--basetemp=build/pytest"
     return [
         Attempt(kind, (*unit_tests, f"--gtest_filter=-{SLOW}")),
-        Attempt(kind, ("env", f"ORVEX_TEST_MACHINES={kind}", *pytest, "tests/program")),
+        Attempt(kind, ("env", f"ORVEX_TEST_MACHINES={kind}", *pytest, "tests/program", "--full-size")),
         Attempt(kind, (*unit_tests, f"--gtest_filter={SLOW}")),
     ]
 

@@ -11,6 +11,13 @@ def pytest_addoption(parser):
     parser.addoption(
         "--fresh", type=int, default=0, metavar="NUMBER", help="try so many random machines that are not fixed"
     )
+    parser.addoption("--full-size", action="store_true", help="try the great sizes on Windows too")
+
+
+@pytest.fixture
+def full_size(request):
+    """Whether the great sizes are wanted that take Wine long."""
+    return request.config.getoption("full_size")
 
 
 @pytest.fixture
