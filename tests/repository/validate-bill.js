@@ -1,10 +1,10 @@
 // Says whether the bill of materials on the standard input has the form of CycloneDX and licences of SPDX.
 
-const { Spec, Validation } = require("@cyclonedx/cyclonedx-library")
+const { Validation } = require("@cyclonedx/cyclonedx-library")
 const parseLicence = require("spdx-expression-parse")
 
 async function validate(text) {
-    const errors = await new Validation.JsonStrictValidator(Spec.Version.v1dot6).validate(text)
+    const errors = await new Validation.JsonStrictValidator("1.6").validate(text)
 
     if (errors)
         throw new Error(JSON.stringify(errors, null, 2))
