@@ -5,7 +5,7 @@ import subprocess
 
 import pytest
 
-from machines import STAMP, put, wine_environment
+from machines import STAMP, put, wait_for, wine_environment
 from products import COMPANY, CONTENT, ORVEX_STUDIO, PRODUCTS, TARGETS
 from project import TOP
 from release import SUPPORT_ADDRESS
@@ -165,6 +165,84 @@ def exit_code_of(windows, command: str) -> int:
         return subprocess.run(run, env=wine_environment(), cwd=windows.downloads, stdin=person).returncode
 
 
+# The rows of the table of inputs that can be tried: an input, and the questions that it answers with yes.
+INPUTS = {
+    "Enter alone": ("\n" + "n\n" * 4, [1]),
+    "Enter once too often": ("n\n\n" + "n\n" * 3, [2]),
+    "no input, or < NUL": ("", [1, 2, 3, 4, 5]),
+    "fewer lines than questions": ("n\n" * 3, [4, 5]),
+    "five n in UTF-8 with a byte order mark": ("\N{BYTE ORDER MARK}" + "n\n" * 5, [5]),
+    "five n in UTF-16": (("n\r\n" * 5).encode("utf-16"), []),
+    "a last line without Enter, neither Y nor N": ("n\nno", []),
+}
+ECHOED = "echo n | OrvexCleaner.exe --clean=All"
+
+# These need a person at the console, another machine, or a real Windows.
+NOT_TRIED_HERE = [
+    "a right click in the window",
+    "Ctrl+Z and Enter",
+    "Enter-PSSession, Invoke-Command",
+    'a service, sudo with "Input closed"',
+    "SSH or PsExec that breaks off",
+    "a scheduled task without redirection",
+]
+
+# As the table tells them.
+QUESTIONS = {
+    "this question": [1],
+    "the next one": [2],
+    "all": [1, 2, 3, 4, 5],
+    "the others": [4, 5],
+    "the last": [5],
+    "none": [],
+}
+
+
+def told_inputs() -> dict[str, tuple[str, str]]:
+    rows = [re.split(r"  +", row) for row in indented_lines(sections(GUIDE)["What counts as a yes"])[1:]]
+    return {row: (questions, why) for row, questions, why in rows}
+
+
+def questions_answered_with_yes(windows) -> list[int]:
+    log = windows.log()
+    return [
+        number
+        for number, product in enumerate(PRODUCTS, start=1)
+        if f"{product.question}\n[time][Info] Cleaning: {product.name}\n" in log
+    ]
+
+
+def test_lists_the_inputs_that_are_tried_here_and_those_that_cannot_be():
+    assert sorted(told_inputs()) == sorted([*INPUTS, ECHOED, *NOT_TRIED_HERE])
+
+
+@pytest.mark.parametrize("row", INPUTS)
+def test_tells_what_counts_as_a_yes(windows, row):
+    answers, questions = INPUTS[row]
+    told, why = told_inputs()[row]
+
+    with windows.input(answers) as stdin:
+        process = windows.start("--clean=All", stdin=stdin)
+
+    wait_for(lambda: process.poll() is not None or windows.console().count("Y/n? ") > 1000)
+    asks_without_end = process.poll() is None
+
+    if asks_without_end:
+        windows.kill(process)
+
+    process.wait()
+
+    assert questions_answered_with_yes(windows) == questions == QUESTIONS[told]
+    assert asks_without_end == ("asks without end" in why)
+
+
+def test_tells_that_an_echoed_no_is_a_yes(windows, output):
+    exit_code = exit_code_of(windows, ECHOED + " > %SystemRoot%\\Logs\\OrvexCleaner.txt 2>&1")
+
+    assert exit_code == 0
+    assert questions_answered_with_yes(windows) == QUESTIONS[told_inputs()[ECHOED][0]]
+
+
 def test_carries_the_same_command_to_many_machines_by_every_tool():
     assert [line for line in GUIDE.splitlines() if "2>&1" in line and COMMAND not in line] == []
     assert sections(GUIDE)["Many machines"].count(COMMAND) == 3
@@ -198,8 +276,8 @@ def test_tells_of_many_machines_which_failed(windows, content, output):
 
 def test_keeps_the_content_of_many_machines_with_the_answers_of_the_guide(windows, content, output):
     (studio := windows.user_data / "Orvex").mkdir()
-    answers = indented_lines(sections(GUIDE)["Unattended use"])[1 : 1 + len(PRODUCTS)]
-    (windows.downloads / "answers.txt").write_text("".join(f"{answer}\r\n" for answer in answers))
+    making_the_answers = indented_lines(sections(GUIDE)["Unattended use"])[1 : 1 + len(PRODUCTS)]
+    exit_code_of(windows, "&".join(making_the_answers))
 
     exit_code = exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))
 
