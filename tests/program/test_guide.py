@@ -112,6 +112,44 @@ def test_tells_every_message_of_the_program_and_no_other():
     assert told[-1].endswith("Valid targets are: " + ", ".join(TARGETS))
 
 
+def test_tells_the_names_that_stand_for_the_products_in_messages():
+    *names, last = [product.name for product in PRODUCTS]
+    advised = re.findall(r'", "/SILENT", "(.+?)" \}', all_code("products"))
+    *others, last_advised = dict.fromkeys(advised)
+
+    told = " ".join(sections(GUIDE)["Messages"].split())
+    assert f"PRODUCT is {', '.join(names)}, or {last};" in told
+    assert f"where an uninstaller failed, it is {', '.join(others)} or {last_advised}." in told
+
+
+NO_SUCH_UNINSTALLER = {"A": {"DisplayName": "Orvex Studio 5", "UninstallString": "C:\\gone\\unins000.exe"}}
+
+
+def test_shows_a_failed_run_in_full(windows):
+    windows.register(NO_SUCH_UNINSTALLER)
+
+    run = windows.run(f"--clean={ORVEX_STUDIO.target}", answers="y\n")
+
+    shown = STAMP.sub("[time]", "\n".join(indented_lines(sections(GUIDE)["The log file"])) + "\n")
+    assert run.exit_code == 1
+    assert run.log == LOG_BANNER + shown
+
+
+def test_tells_a_complete_run_by_the_end_of_each_question(windows, content):
+    windows.register(NO_SUCH_UNINSTALLER)
+    windows.make_undeletable(content / "Legato.pack")
+    (windows.vst3 / "TessaraWorks").mkdir(parents=True)
+
+    log = windows.run("--clean=All", answers="y\ny\nn\ny\ny\n").log
+
+    (paragraph,) = re.findall(r"^A run is complete.+?\n\n", GUIDE, re.MULTILINE | re.DOTALL)
+    wholly, partly, not_at_all, stopped, declined = re.findall(r'"(.+?)"', " ".join(paragraph.split()))
+    parts = [log.split(f"{product.question}\n")[1].split("[time][Info] Remove ")[0] for product in PRODUCTS]
+    last_lines = [part.splitlines()[-1] for part in parts]
+    ends = [stopped, not_at_all, declined, wholly, partly]
+    assert [end in line for end, line in zip(ends, last_lines)] == [True] * len(PRODUCTS)
+
+
 def test_tells_the_exit_codes_that_the_program_returns(windows):
     def returned(*arguments, **options):
         return str(windows.run(*arguments, **options).exit_code)
@@ -320,9 +358,13 @@ def test_reads_well_as_plain_text():
     assert "\t" not in GUIDE
 
 
+def all_code(folder: str = "") -> str:
+    return "".join(source.read_text() for source in sorted((TOP / "src" / folder).rglob("*.cpp")))
+
+
 def message_patterns() -> list[str]:
     """A regular expression for each line that the sources can write, but for the banner and for JUCE's texts."""
-    code = "".join(source.read_text() for source in sorted((TOP / "src").rglob("*.cpp")))
+    code = all_code()
 
     logged = re.findall(r"\blog \((\w+),\s*([^;]*\"[^;]*)\);", code)
     offered = re.findall(r'"(Target: [^"]+|Remove [^"]+\?)"', code)
