@@ -326,7 +326,7 @@ def test_keeps_the_content_of_many_machines_with_the_answers_of_the_guide(window
 
 
 def test_does_nothing_to_many_machines_without_the_answers_that_were_to_be_there(windows, content, output):
-    exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))
+    exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))  # whose exit code is not Windows' in Wine
 
     assert windows.log() is None
     assert not output.exists()
