@@ -1,7 +1,5 @@
 """The sequence over all products, however it is started."""
 
-from itertools import product as combinations
-
 import pytest
 
 from machines import put
@@ -9,18 +7,25 @@ from products import CONTENT, PRODUCTS
 from runs import failed, succeeded
 from texts import not_removed, over_all, removed
 
-# What is typed, and the answers that it makes. Those that are missing at the end are yes.
-ANSWERS = {"".join(letters): ("\n".join([*letters, "", ""]), letters) for letters in combinations("yn", repeat=5)}
-ANSWERS |= {
-    "no input": ("", "yyyyy"),
-    "one yes": ("y", "yyyyy"),
-    "two empty lines": ("\n\n", "yyyyy"),
-    "two noes": ("n\nn", "nnyyy"),
+
+def yes_to(*accepted) -> str:
+    return "".join("y\n" if product in accepted else "n\n" for product in PRODUCTS)
+
+
+# What is typed, and the products that it accepts. After the end of the input, every answer is a yes.
+ANSWERS = {
+    "yes to all": (yes_to(*PRODUCTS) + "\n", PRODUCTS),
+    "no to all": (yes_to() + "\n", []),
+    **{f"yes to {product.name}": (yes_to(product) + "\n", [product]) for product in PRODUCTS},
+    "no input": ("", PRODUCTS),
+    "one yes": ("y", PRODUCTS),
+    "two empty lines": ("\n\n", PRODUCTS),
+    "two noes": ("n\nn", PRODUCTS[2:]),
 }
 
 
-@pytest.mark.parametrize(("typed", "answers"), ANSWERS.values(), ids=ANSWERS)
-def test_cleans_those_products_that_were_answered_with_yes(linux, typed, answers):
+@pytest.mark.parametrize(("typed", "accepted"), ANSWERS.values(), ids=ANSWERS)
+def test_cleans_those_products_that_were_answered_with_yes(linux, typed, accepted):
     listed = {path for product in PRODUCTS for path in product.paths(linux)}
     present = set(listed)
     outcomes = {}
@@ -28,11 +33,10 @@ def test_cleans_those_products_that_were_answered_with_yes(linux, typed, answers
     for path in listed:
         path.mkdir(parents=True, exist_ok=True)
 
-    for product, answer in zip(PRODUCTS, answers):
-        if answer == "y":
-            found = [path for path in product.paths(linux) if path in present]
-            outcomes[product] = removed(product, *map(linux.shown, found))
-            present -= {path for path in present for folder in found if path.is_relative_to(folder)}
+    for product in accepted:
+        found = [path for path in product.paths(linux) if path in present]
+        outcomes[product] = removed(product, *map(linux.shown, found))
+        present -= {path for path in present for folder in found if path.is_relative_to(folder)}
 
     run = linux.run("--clean=All", answers=typed)
 
@@ -49,7 +53,7 @@ def test_exits_with_1_after_a_failure_only_if_it_was_asked_for_by_its_name(machi
     put(machine.content, "File.dat")
     machine.make_undeletable(machine.content / "File.dat")
 
-    run = machine.run(*arguments, answers="n\ny\nn\nn\nn\n")
+    run = machine.run(*arguments, answers=yes_to(CONTENT))
 
     outcome = not_removed(CONTENT, machine.shown(machine.content))
     assert run == failed(over_all({CONTENT: outcome}), exit_code=exit_code)

@@ -23,7 +23,16 @@ ANSWERS = {
 
 
 @pytest.mark.parametrize(("answers", "is_yes"), ANSWERS.values(), ids=ANSWERS)
-def test_cleans_only_after_a_yes(machine, answers, is_yes):
+def test_cleans_only_after_a_yes(linux, answers, is_yes):
+    check_answers(linux, answers, is_yes)
+
+
+@pytest.mark.parametrize("name", ["y", "empty line", "n"])
+def test_cleans_only_after_a_yes_on_windows_too(windows, name):
+    check_answers(windows, *ANSWERS[name])
+
+
+def check_answers(machine, answers, is_yes):
     machine.content.mkdir(parents=True)
 
     run = machine.run("--clean=Content", answers=answers)

@@ -1,13 +1,11 @@
 """The uninstallers that two of the products run before anything is deleted."""
 
 import time
-from dataclasses import dataclass
-from pathlib import Path
 
 import pytest
 
 from machines import UNINSTALL_KEY, put, wait_for
-from products import COMPANY, CONTENT, MEDIA_SERVER, ORVEX_STUDIO, PRODUCT_MANAGER, Product
+from products import ORVEX_STUDIO, PRODUCT_MANAGER
 from runs import clean, failed, succeeded
 from texts import NOT_STARTED, TOO_SLOW, aborted, advice, exited, opening, removed
 
@@ -32,144 +30,46 @@ def called(uninstaller: str) -> list[str]:
     return [f'"C:\\Uninstallers\\{uninstaller}" /SILENT', "done"]
 
 
-@dataclass
-class Case:
-    product: Product
-    uninstallers: dict[str, list[str] | None]  # with their orders; None for one that is no program
-    entries: list[dict[str, str]]
-    told: str = ""  # of the uninstallers
-    called: tuple[str, ...] = ()
+def test_studio_goes_after_both_its_uninstallers_in_its_own_order_whatever_their_exit_codes(windows, uninstallers):
+    put(windows.program_files, "Orvex Studio/File.dat")
+    windows.place_uninstaller(uninstallers / "Orvex.exe", "exit 3")
+    windows.place_uninstaller(uninstallers / "Orvex Studio.exe", "exit 4294967295")
+    windows.register({"A": entry("Orvex Studio", "Orvex Studio.exe"), "B": entry("Orvex version 1.4", "Orvex.exe")})
 
-    def lay_out(self, windows, uninstallers: Path) -> Path:
-        """Gives the one folder of the product that is there."""
-        folder = self.product.paths(windows)[0]
-        put(folder, "File.dat")
-        windows.register(dict(zip("ABCDEF", self.entries)))
+    run = clean(windows, ORVEX_STUDIO)
 
-        for name, orders in self.uninstallers.items():
-            if orders is None:
-                put(uninstallers, name)
-            else:
-                windows.place_uninstaller(uninstallers / name, *orders)
-
-        return folder
-
-    @property
-    def calls(self) -> dict[str, list[str]]:
-        """What the uninstallers note."""
-        return {name: called(name) * self.called.count(name) for name in self.uninstallers}
+    steps = removed(ORVEX_STUDIO, "C:\\Program Files\\Orvex Studio", after=exited(3, 4294967295))
+    assert run == succeeded(windows, opening(ORVEX_STUDIO) + steps)
+    assert windows.calls(uninstallers / "Orvex.exe") == called("Orvex.exe")
+    assert windows.calls(uninstallers / "Orvex Studio.exe") == called("Orvex Studio.exe")
+    assert not (windows.program_files / "Orvex Studio").exists()
 
 
-def calls(windows, uninstallers: Path) -> dict[str, list[str]]:
-    """What the uninstallers there have noted."""
-    return {file.name: windows.calls(file) for file in uninstallers.glob("*.exe")}
-
-
-BOTH = entry("Orvex version 1.4 (Orvex Studio)", "Both.exe")
-
-GOES_ON = {
-    "studio without an entry of its names": Case(
-        ORVEX_STUDIO,
-        {"Any.exe": []},
-        [
-            entry("orvex studio", "Any.exe"),
-            entry("Orvex Version 2", "Any.exe"),
-            entry("OrvexStudio", "Any.exe"),
-            entry("Orvex Product Manager version 2", "Any.exe"),
-            entry("", "Any.exe"),
-            {"UninstallString": "C:\\Uninstallers\\Any.exe"},
-        ],
-    ),
-    "studio with both, in its own order and whatever their exit codes": Case(
-        ORVEX_STUDIO,
-        {"Orvex.exe": ["exit 3"], "Orvex Studio.exe": ["exit 4294967295"]},
-        [entry("Orvex Studio", "Orvex Studio.exe"), entry("Orvex version 1.4", "Orvex.exe")],
-        told=exited(3, 4294967295),
-        called=("Orvex.exe", "Orvex Studio.exe"),
-    ),
-    "product manager with an entry of the studio": Case(
-        PRODUCT_MANAGER,
-        {"Both.exe": []},
-        [BOTH, entry("Orvex Manager", "Both.exe"), entry("Orvex product manager", "Both.exe")],
-    ),
-    "product manager with two, of which the first runs, whatever its exit code": Case(
-        PRODUCT_MANAGER,
-        {"First.exe": ["exit 1602"], "Second.exe": []},
-        [entry("Orvex Product Manager 2", "First.exe"), entry("Orvex Product Manager", "Second.exe")],
-        told=exited(1602),
-        called=("First.exe",),
-    ),
-}
-
-for product in (CONTENT, MEDIA_SERVER, COMPANY):
-    names = ["Orvex Product Manager", product.name, "Velantone", "Tessara Works"]
-    entries = [BOTH, *(entry(name, "Both.exe") for name in names)]
-    GOES_ON[f"{product.name}, which runs none"] = Case(product, {"Both.exe": []}, entries)
-
-
-@pytest.mark.parametrize("case", GOES_ON.values(), ids=GOES_ON)
-def test_a_product_is_removed_after_its_uninstallers(windows, uninstallers, case):
-    folder = case.lay_out(windows, uninstallers)
-
-    run = clean(windows, case.product)
-
-    steps = removed(case.product, windows.shown(folder), after=case.told)
-    assert run == succeeded(windows, opening(case.product) + steps)
-    assert calls(windows, uninstallers) == case.calls
-    assert not folder.exists()
-
-
-STOPS = {
-    "studio, which runs the second after the first could not be started": Case(
-        ORVEX_STUDIO,
-        {"Orvex Studio.exe": []},
-        [entry("Orvex version 1.4", "Gone.exe"), entry("Orvex Studio", "Orvex Studio.exe")],
-        told=NOT_STARTED + advice("Orvex") + exited(0),
-        called=("Orvex Studio.exe",),
-    ),
-    "studio of which only the second could not be started": Case(
-        ORVEX_STUDIO,
-        {"Orvex.exe": ["exit 3"]},
-        [entry("Orvex version 1.4", "Orvex.exe"), entry("Orvex Studio", "Gone.exe")],
-        told=exited(3) + NOT_STARTED + advice("Orvex Studio"),
-        called=("Orvex.exe",),
-    ),
-    "studio whose entry has no command, although a later one has": Case(
-        ORVEX_STUDIO,
-        {"Orvex Studio.exe": []},
-        [{"DisplayName": "Orvex Studio"}, entry("Orvex Studio", "Orvex Studio.exe")],
-        told=NOT_STARTED + advice("Orvex Studio"),
-    ),
-    "studio, which advises twice and names an uninstaller only if it is a file": Case(
-        ORVEX_STUDIO,
-        {"Orvex.exe": None},
-        [entry("Orvex version 1.4", "Orvex.exe"), entry("Orvex Studio", "Gone.exe")],
-        told=NOT_STARTED + advice("Orvex", "C:\\Uninstallers\\Orvex.exe") + NOT_STARTED + advice("Orvex Studio"),
-    ),
-    "product manager whose uninstaller is no program": Case(
-        PRODUCT_MANAGER,
-        {"Orvex.exe": None},
-        [entry("Orvex Product Manager", "Orvex.exe")],
-        told=NOT_STARTED + advice("Orvex Product Manager", "C:\\Uninstallers\\Orvex.exe"),
-    ),
-    "product manager whose command has arguments": Case(
-        PRODUCT_MANAGER,
-        {"Orvex.exe": []},
-        [{"DisplayName": "Orvex Product Manager", "UninstallString": '"C:\\Uninstallers\\Orvex.exe" /REMOVE'}],
-        told=NOT_STARTED + advice("Orvex Product Manager"),
-    ),
-}
-
-
-@pytest.mark.parametrize("case", STOPS.values(), ids=STOPS)
-def test_a_product_is_left_alone_when_one_of_its_uninstallers_could_not_be_started(windows, uninstallers, case):
-    case.lay_out(windows, uninstallers)
+def test_studio_stays_after_one_uninstaller_could_not_be_started_and_the_second_runs(windows, uninstallers):
+    put(windows.program_files, "Orvex Studio/File.dat")
+    windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
+    windows.register({"A": entry("Orvex version 1.4", "Gone.exe"), "B": entry("Orvex Studio", "Orvex Studio.exe")})
     before = windows.tree()
 
-    run = clean(windows, case.product)
+    run = clean(windows, ORVEX_STUDIO)
 
-    assert run == failed(opening(case.product) + aborted(case.product, case.told))
-    assert calls(windows, uninstallers) == case.calls
+    told = NOT_STARTED + advice("Orvex") + exited(0)
+    assert run == failed(opening(ORVEX_STUDIO) + aborted(ORVEX_STUDIO, told))
+    assert windows.calls(uninstallers / "Orvex Studio.exe") == called("Orvex Studio.exe")
+    assert windows.tree() == before
+
+
+def test_studio_stays_if_its_entry_has_no_command_although_a_later_one_has(windows, uninstallers):
+    put(windows.program_files, "Orvex Studio/File.dat")
+    windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
+    windows.register({"A": {"DisplayName": "Orvex Studio"}, "B": entry("Orvex Studio", "Orvex Studio.exe")})
+    before = windows.tree()
+
+    run = clean(windows, ORVEX_STUDIO)
+
+    told = NOT_STARTED + advice("Orvex Studio")
+    assert run == failed(opening(ORVEX_STUDIO) + aborted(ORVEX_STUDIO, told))
+    assert windows.calls(uninstallers / "Orvex Studio.exe") == []
     assert windows.tree() == before
 
 
