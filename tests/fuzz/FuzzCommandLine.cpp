@@ -1,6 +1,7 @@
 // Which command and which target the arguments choose. The input is the arguments, with a NUL
 // between each two of them.
 
+#include "../shared/Products.h"
 #include "AllCommands.h"
 #include "Console.h"
 #include "Expect.h"
@@ -8,14 +9,11 @@
 #include "app/Targets.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
 using namespace TessaraWorks;
-
-static const std::vector<std::string> targets {
-    "OrvexStudio", "ProductManager", "VelantoneMediaServer", "Content", "All",
-};
 
 //  The program
 
@@ -108,11 +106,12 @@ static std::string modelsTarget (const std::string& cleanArgument)
     if (value.empty())
         return "1: Missing --clean argument\n";
 
-    if (std::find (targets.begin(), targets.end(), value) != targets.end())
+    if (std::find (std::begin (targetNames), std::end (targetNames), value) != std::end (targetNames))
         return value;
 
+    const juce::StringArray names (targetNames, juce::numElementsInArray (targetNames));
     return "1: Invalid --clean target: " + utf8 (value)
-         + ". Valid targets are: OrvexStudio, ProductManager, VelantoneMediaServer, Content, All\n";
+         + ". Valid targets are: " + names.joinIntoString (", ").toStdString() + "\n";
 }
 
 static std::string modelsChoice (const std::vector<std::string>& arguments)

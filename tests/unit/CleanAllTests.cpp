@@ -1,3 +1,4 @@
+#include "../shared/Products.h"
 #include "CleanResults.h"
 #include "Console.h"
 #include "DisposableMachine.h"
@@ -6,155 +7,161 @@
 #include "SampleRegistry.h"
 #include "app/CleanAll.h"
 
+#include <map>
+#include <set>
+
 using namespace TessaraWorks;
+using namespace std::string_literals;
+
+using Names = std::set<std::string>;
+
+static Names namesOfAllProducts()
+{
+    Names names;
+    forEachProduct ([&] (const auto& product) { names.insert (product.name); });
+    return names;
+}
 
 class CleanAll : public DisposableMachine
 {
 protected:
-    /** Makes three folders and two files of the studio. */
-    void makeStudio()
+    /** Makes each path that is listed as a folder. */
+    void makeAllProducts()
     {
-        makeFolder (programFiles.getChildFile ("Orvex"));
-        makeFolder (programFiles.getChildFile ("Orvex Studio"));
-        makeFolder (userData.getChildFile ("Orvex Monitor"));
-        makeFile (programFiles.getChildFile ("Common Files/VST3/Orvex.vst3"));
-        makeFile (programFiles.getChildFile ("Common Files/VST3/TessaraWorks")); // of the company as well
+        forEachProduct (
+            [&] (const auto& product)
+            {
+                for (const auto& path : product.getPaths())
+                    makeFolder (path);
+            });
     }
 
-    /** Makes two folders of the media server and four of the product manager. */
-    void makeOtherProducts()
+    /** Offers all products with a yes for the accepted ones, and returns what the total has become. */
+    static CleanResult run (const Names& accepted, CleanResult total = {})
     {
-        makeFolder (sharedData.getChildFile ("TessaraWorks/Applications/VelantoneMediaServer"));
-        makeFolder (userData.getChildFile ("VelantonePlayer"));
-        makeFolder (programFiles.getChildFile ("OrvexProductManager"));
-        makeFolder (programFiles.getChildFile ("Orvex Product Manager"));
-        makeFolder (userData.getChildFile ("OrvexProductManager"));
-        makeFolder (userData.getChildFile ("Orvex Product Manager"));
-    }
+        std::string answers, prompts;
 
-    /** Offers all products, with an answer of one letter for each, and returns what the total has become. */
-    CleanResult run (const std::string& answers, CleanResult total = {})
-    {
-        std::string input;
+        forEachProduct (
+            [&] (const auto& product)
+            {
+                answers += accepted.count (product.name) > 0 ? "y\n" : "n\n";
+                prompts += "Y/n? ";
+            });
 
-        for (const auto answer : answers)
-            input += { answer, '\n' };
-
-        const Console console (input);
+        const Console console (answers);
         cleanAll (total);
-        EXPECT_EQ (console.output(), "Y/n? Y/n? Y/n? Y/n? Y/n? ");
+        EXPECT_EQ (console.output(), prompts);
         return total;
     }
 
-    const juce::File content = sharedData.getChildFile ("TessaraWorks/Content");
     RecordingLogger logger;
 };
 
 TEST_F (CleanAll, CountsTheStudioTwiceTheContentNeverAndTheOthersOnce)
 {
-    struct Row
-    {
-        std::string answers;
-        int directories;
-        int files;
-        bool leavesContent;
-    };
+    const std::map<std::string, int> timesOfSome { { "Orvex Studio", 2 }, { "Velantone Content", 0 } };
+    int sum = 0;
 
-    const Row rows[] = {
-        { "nnnnn", 0, 0, true },
-        { "ynnnn", 3 + 3, 2 + 2, true },
-        { "yynnn", 3 + 3, 2 + 2, false },
-        { "nynnn", 0, 0, false },
-        { "nnynn", 2, 0, true },
-        { "nnnyn", 4, 0, true },
-        { "nnnny", 1, 1, false }, // the content lies in the maker's folder
-        { "yyyyy", 3 + 3 + 2 + 4 + 1, 2 + 2, false },
-    };
+    forEachProduct (
+        [&] (const auto& product)
+        {
+            SCOPED_TRACE (product.name);
+            makeAllProducts();
+            const auto times = timesOfSome.count (product.name) > 0 ? timesOfSome.at (product.name) : 1;
+            const auto count = times * product.getPaths().size();
+            sum += count;
 
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE (row.answers);
-        makeStudio();
-        makeFolder (content);
-        makeOtherProducts();
+            EXPECT_EQ (run ({ product.name }, { true, 100, 200 }), (CleanResult { true, 100 + count, 200 }));
+        });
 
-        EXPECT_EQ (run (row.answers, { true, 100, 200 }),
-                   (CleanResult { true, 100 + row.directories, 200 + row.files }));
-        EXPECT_EQ (content.exists(), row.leavesContent);
-    }
+    makeAllProducts();
+    EXPECT_EQ (run ({ "Orvex Studio", "Velantone Content" }), (CleanResult { true, 15 + 15, 0 }));
+
+    makeAllProducts();
+    EXPECT_EQ (run (namesOfAllProducts()), (CleanResult { true, sum - 1, 0 })); // studio and company share a folder
+}
+
+TEST_F (CleanAll, CountsNothingWhenEachQuestionIsDeclined)
+{
+    makeAllProducts();
+
+    EXPECT_EQ (run ({}, { true, 100, 200 }), (CleanResult { true, 100, 200 }));
 }
 
 TEST_F (CleanAll, AsksEachQuestionRightBeforeItsRunAndCarriesOnAfterAFailure)
 {
     makeUndeletableFolder (programFiles.getChildFile ("Orvex"));
-    makeFolder (content);
+    makeFolder (sharedData.getChildFile ("TessaraWorks/Content"));
 
-    EXPECT_EQ (run ("yyyyy"), (CleanResult { false, 1, 0 }));
+    EXPECT_EQ (run (namesOfAllProducts()), (CleanResult { false, 1, 0 }));
 
-    Lines steps;
+    Lines steps, expected;
 
     for (const auto& line : logger.lines)
         if (line.rfind ("Info: Remove ", 0) == 0 || line.rfind ("Info: Cleaning: ", 0) == 0)
             steps.push_back (line);
 
-    EXPECT_EQ (steps,
-               (Lines { "Info: Remove Orvex Studio and all of its associated files?",
-                        "Info: Cleaning: Orvex Studio",
-                        "Info: Remove all Velantone content & playlist files?",
-                        "Info: Cleaning: Velantone Content",
-                        "Info: Remove Velantone Media Server and all of its associated files?",
-                        "Info: Cleaning: Velantone Media Server",
-                        "Info: Remove Orvex Product Manager and all of its associated files?",
-                        "Info: Cleaning: Orvex Product Manager",
-                        "Info: Remove all Tessara Works global directories and files?",
-                        "Info: Cleaning: Tessara Works Global Directories" }));
+    forEachProduct (
+        [&] (const auto& product)
+        {
+            expected.push_back ("Info: "s + product.question);
+            expected.push_back ("Info: Cleaning: "s + product.name);
+        });
+
+    EXPECT_EQ (steps, expected);
     EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
 }
 
 TEST_F (CleanAll, FailsWithAnyOneOfItsSteps)
 {
-    struct Row
-    {
-        juce::File undeletable;
-        std::string answers;
-    };
+    forEachProduct (
+        [&] (const auto& product)
+        {
+            SCOPED_TRACE (product.name);
+            const auto undeletable = makeUndeletableFolder (product.getPaths().getFirst());
 
-    const Row rows[] = {
-        { userData.getChildFile ("VelantoneEQ"), "ynnnn" },
-        { content, "nynnn" },
-        { userData.getChildFile ("VelantonePlayer"), "nnynn" },
-        { userData.getChildFile ("OrvexProductManager"), "nnnyn" },
-        { sharedData.getChildFile ("TessaraWorks/Rest"), "nnnny" },
-    };
+            EXPECT_EQ (run ({ product.name }), (CleanResult { false, 0, 0 }));
 
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE (row.answers);
-        makeUndeletableFolder (row.undeletable);
-
-        EXPECT_EQ (run (row.answers), (CleanResult { false, 0, 0 }));
-
-        deleteEvenIfProtected (row.undeletable);
-    }
+            deleteEvenIfProtected (undeletable);
+        });
 }
 
 TEST_F (CleanAll, CountsWhatAFailedStepRemoved)
 {
-    makeStudio();
     makeUndeletableFolder (userData.getChildFile ("Orvex"));
+    makeFolder (programFiles.getChildFile ("Orvex"));
+    makeFolder (programFiles.getChildFile ("Orvex Studio"));
+    makeFile (programFiles.getChildFile ("Common Files/VST3/Orvex.vst3"));
 
-    EXPECT_EQ (run ("ynnnn"), (CleanResult { false, 6, 4 }));
+    EXPECT_EQ (run ({ "Orvex Studio" }), (CleanResult { false, 2 + 2, 1 + 1 }));
+}
+
+TEST_F (CleanAll, CountsAFileOfTheOtherProductsOnce)
+{
+    makeFile (programFiles.getChildFile ("Common Files/VST3/TessaraWorks"));
+
+    EXPECT_EQ (run ({ "Tessara Works Global Directories" }), (CleanResult { true, 0, 1 }));
 }
 
 TEST_F (CleanAll, DoesNotTakeAnEarlierFailureBack)
 {
-    EXPECT_EQ (run ("nyyny", { false, 0, 0 }), (CleanResult { false, 0, 0 }));
+    EXPECT_EQ (run (namesOfAllProducts(), { false, 0, 0 }), (CleanResult { false, 0, 0 }));
 }
 
 TEST_F (CleanAll, HasOneCleanerAtATimeFromItsYesToTheEndOfItsRun)
 {
+    std::string answers;
+    std::vector<int> paths;
+
+    forEachProduct (
+        [&] (const auto& product)
+        {
+            answers += "y\n";
+            paths.push_back (product.getPaths().size());
+        });
+
     const SampleRegistry emptyRegistry;
-    Console console ("y\ny\ny\ny\ny\n");
+    Console console (answers);
     CleanResult total;
     std::vector<int> textsAtQuestions, textsInRuns;
 
@@ -168,7 +175,10 @@ TEST_F (CleanAll, HasOneCleanerAtATimeFromItsYesToTheEndOfItsRun)
     cleanAll (total);
 
     const auto none = textsAtQuestions.front();
-    const auto inRun = none + 2; // the product's name and the line
-    EXPECT_EQ (textsAtQuestions, (std::vector<int> { none, none, none, none, none }));
-    EXPECT_EQ (textsInRuns, (std::vector<int> { inRun + 15, inRun + 1, inRun + 4, inRun + 8, inRun + 2 }));
+    EXPECT_EQ (textsAtQuestions, std::vector<int> (paths.size(), none));
+
+    for (auto& texts : textsInRuns)
+        texts -= none + 2; // the product's name and the line
+
+    EXPECT_EQ (textsInRuns, paths);
 }

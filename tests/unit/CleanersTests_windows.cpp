@@ -1,14 +1,8 @@
+#include "../shared/Products.h"
 #include "RecordingLogger.h"
 #include "ReplacedImport_windows.h"
-#include "cleaning/ContentCleaner.h"
-#include "products/CompanyCleaner.h"
-#include "products/OrvexStudioCleaner.h"
-#include "products/ProductManagerCleaner.h"
-#include "products/VelantoneMediaServerCleaner.h"
 
 #include <gtest/gtest.h>
-
-using namespace TessaraWorks;
 
 static Lines asked;
 
@@ -44,11 +38,7 @@ TEST (Cleaners, TouchNothingOnDiskWhenTheyAreBuilt)
     const ReplacedImport making ("CreateDirectoryW", noteMaking);
     asked.clear();
 
-    const OrvexStudioCleaner studio;
-    const ProductManagerCleaner productManager;
-    const VelantoneMediaServerCleaner mediaServer;
-    const ContentCleaner content;
-    const CompanyCleaner company;
+    forEachProduct ([] (const auto& product) { EXPECT_FALSE (product.getPaths().isEmpty()); });
 
     EXPECT_EQ (asked, Lines {});
 }

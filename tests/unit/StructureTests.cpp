@@ -1,11 +1,7 @@
+#include "../shared/Products.h"
 #include "RecordingLogger.h"
 #include "TestCleaner.h"
-#include "cleaning/ContentCleaner.h"
 #include "logging/DefaultLogger.h"
-#include "products/CompanyCleaner.h"
-#include "products/OrvexStudioCleaner.h"
-#include "products/ProductManagerCleaner.h"
-#include "products/VelantoneMediaServerCleaner.h"
 
 #include <gtest/gtest.h>
 
@@ -102,16 +98,12 @@ static_assert (is<decltype (TestCleaner::directories), juce::Array<juce::File>>)
 static_assert (is<decltype (TestCleaner::files), juce::Array<juce::File>>);
 
 template <typename... Cleaners>
-constexpr bool addNoDataMember()
+constexpr bool addNoDataMember (const std::tuple<Product<Cleaners>...>&)
 {
     return ((std::is_base_of_v<ProductCleaner, Cleaners> && sizeof (Cleaners) == sizeof (ProductCleaner)) && ...);
 }
 
-static_assert (addNoDataMember<ContentCleaner,
-                               OrvexStudioCleaner,
-                               VelantoneMediaServerCleaner,
-                               ProductManagerCleaner,
-                               CompanyCleaner>());
+static_assert (addNoDataMember (allProducts));
 
 TEST (Structure, OfACleanerHasTheDirectoriesBeforeTheFiles)
 {
