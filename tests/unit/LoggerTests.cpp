@@ -7,7 +7,6 @@
 
 #include <atomic>
 #include <map>
-#include <set>
 #include <thread>
 
 using namespace TessaraWorks;
@@ -20,14 +19,6 @@ TEST (LogInterface, BeginsWithItsDefaultSettings)
     EXPECT_TRUE (logger.showTimestamps);
     EXPECT_FALSE (logger.spareFlag);
     EXPECT_FALSE (logger.logAllToFile);
-}
-
-TEST (LogInterface, HasFourLevelsInTheirOrder)
-{
-    EXPECT_EQ (Debug, 0);
-    EXPECT_EQ (Info, 1);
-    EXPECT_EQ (Warning, 2);
-    EXPECT_EQ (Critical, 3);
 }
 
 TEST (LogInterface, NeedsNoCloseLogFileOfALoggerWithoutAFile)
@@ -468,23 +459,16 @@ static std::string stampOf (const juce::Time& moment)
     return text;
 }
 
-TEST (TimeStamp, TellsTheLocalTimeOnceForAllItsPartsAndTheMillisecondsWithoutLeadingZeros)
+TEST (TimeStamp, TellsTheLocalTime)
 {
-    const DefaultLogger logger {};
-    std::set<size_t> digitsOfMilliseconds;
+    const auto before = juce::Time::getCurrentTime();
+    const auto stamp = DefaultLogger().formatTimestamp().toStdString();
+    const auto after = juce::Time::getCurrentTime();
 
-    while (digitsOfMilliseconds.size() < 3) // a second at most
-    {
-        const auto before = juce::Time::getCurrentTime();
-        const auto stamp = logger.formatTimestamp().toStdString();
-        const auto after = juce::Time::getCurrentTime();
+    auto moment = before;
 
-        auto moment = before;
+    while (moment < after && stamp != stampOf (moment))
+        moment += juce::RelativeTime::milliseconds (1);
 
-        while (moment < after && stamp != stampOf (moment))
-            moment += juce::RelativeTime::milliseconds (1);
-
-        ASSERT_EQ (stamp, stampOf (moment));
-        digitsOfMilliseconds.insert (std::to_string (moment.getMilliseconds()).size());
-    }
+    EXPECT_EQ (stamp, stampOf (moment));
 }

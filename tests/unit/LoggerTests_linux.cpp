@@ -10,11 +10,13 @@
 #include <cstdlib>
 #include <ctime>
 #include <future>
+#include <optional>
 #include <system_error>
 
 using namespace TessaraWorks;
 
 static std::atomic<int> readingsOfTheClock;
+static std::optional<juce::int64> millisecondsOnTheClock;
 
 // Stands in for the system's function in this program. JUCE asks it for the time.
 extern "C" int gettimeofday (timeval* time, void*) noexcept
@@ -24,38 +26,35 @@ extern "C" int gettimeofday (timeval* time, void*) noexcept
     timespec now = {};
     const auto answer = clock_gettime (CLOCK_REALTIME, &now);
     *time = { now.tv_sec, now.tv_nsec / 1000 };
+
+    if (millisecondsOnTheClock)
+        *time = { *millisecondsOnTheClock / 1000, *millisecondsOnTheClock % 1000 * 1000 };
+
     return answer;
 }
 
-// Makes it the given hour where the process is, and gives the stamp taken then.
-static std::string stampInTheHour (int localHour)
+static std::string stampAt (int hours, int minutes, int seconds, int milliseconds)
 {
-    const auto hourOf = [] (std::time_t time) { return static_cast<int> (time / 3600 % 24); };
-    const DefaultLogger logger {};
+    setenv ("TZ", "TEST-3", 1); // three hours ahead of UTC
+    tzset();
+    millisecondsOnTheClock = ((((hours - 3 + 24) * 60 + minutes) * 60 + seconds) * 1000LL) + milliseconds;
 
-    for (;;)
-    {
-        const auto before = std::time (nullptr);
-        setenv ("TZ", ("TEST" + std::to_string (hourOf (before) - localHour)).c_str(), 1);
-        tzset();
+    const auto stamp = DefaultLogger().formatTimestamp().toStdString();
 
-        const auto stamp = logger.formatTimestamp().toStdString();
-
-        unsetenv ("TZ");
-        tzset();
-
-        if (hourOf (std::time (nullptr)) == hourOf (before))
-            return stamp;
-    }
+    millisecondsOnTheClock.reset();
+    unsetenv ("TZ");
+    tzset();
+    return stamp;
 }
 
-TEST (TimeStamp, TellsTheHourOfA24HourClockWithoutALeadingZero)
+TEST (TimeStamp, TellsTheLocalTimeOnA24HourClockWithoutLeadingZerosOfHoursAndMilliseconds)
 {
-    EXPECT_EQ (stampInTheHour (0).substr (0, 3), "[0:");
-    EXPECT_EQ (stampInTheHour (9).substr (0, 3), "[9:");
-    EXPECT_EQ (stampInTheHour (12).substr (0, 4), "[12:");
-    EXPECT_EQ (stampInTheHour (14).substr (0, 4), "[14:");
-    EXPECT_EQ (stampInTheHour (23).substr (0, 4), "[23:");
+    EXPECT_EQ (stampAt (0, 0, 1, 999), "[0:00:01:999]");
+    EXPECT_EQ (stampAt (9, 5, 7, 42), "[9:05:07:42]");
+    EXPECT_EQ (stampAt (12, 59, 59, 7), "[12:59:59:7]");
+    EXPECT_EQ (stampAt (14, 30, 0, 0), "[14:30:00:0]");
+    EXPECT_EQ (stampAt (23, 10, 10, 70), "[23:10:10:70]");
+    EXPECT_EQ (stampAt (23, 10, 10, 700), "[23:10:10:700]");
 }
 
 TEST (LogFile, StaysAttachedUntilTheNextOneIsComplete)
