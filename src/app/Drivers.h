@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../cleaning/CleanResult.h"
+#include "ProductOffers.h"
 
 namespace TessaraWorks
 {
@@ -8,12 +8,12 @@ namespace TessaraWorks
 // The drivers of the clean session: each offers one product. The result receives the outcome of the
 // run, or stays as it is if the user said no.
 
-void cleanOrvexStudio (CleanResult& result);
-void cleanProductManager (CleanResult& result);
-void cleanVelantoneMediaServer (CleanResult& result);
-void cleanContent (CleanResult& result);
+inline void cleanOrvexStudio (CleanResult& result) { offer (orvexStudioOffer, result); }
+inline void cleanProductManager (CleanResult& result) { offer (productManagerOffer, result); }
+inline void cleanVelantoneMediaServer (CleanResult& result) { offer (velantoneMediaServerOffer, result); }
+inline void cleanContent (CleanResult& result) { offer (contentOffer, result); }
 
 /** Deliberate: nothing calls it. The company's folders are removed by the clean-all sequence only. */
-void cleanCompany (CleanResult& result);
+inline void cleanCompany (CleanResult& result) { offer (companyOffer, result); }
 
 } // namespace TessaraWorks
