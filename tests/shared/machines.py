@@ -1,7 +1,7 @@
-"""The machines that the whole program is run on, as a test sees them.
+"""The machines on which the tests run the whole program.
 
 A machine is a clean Windows or Linux of the tests' own. A test lays out files below its locations,
-runs the program, and compares all that the program said and did.
+runs the program, and compares everything that the program said and did.
 """
 
 import os
@@ -44,17 +44,17 @@ START = re.compile(
 )
 
 
-# A process of Wine's that dies so has done its work, but its exit code is lost.
+# A process of Wine that dies in this way has done its work, but its exit code is lost.
 DEATH_AT_THE_END = "Inconsistency detected by ld.so: dl-fini.c"
 WINE_MESSAGE = re.compile(rf"^(?:[0-9a-f]{{4}}:[a-z]+:[a-z]+:|{DEATH_AT_THE_END}).*\n".encode(), re.MULTILINE)
 
 
 class VoidRun(BaseException):
-    """A run that tells nothing about the program. The test is repeated from its beginning."""
+    """A run that says nothing about the program. The test is repeated from its beginning."""
 
 
 class Machine:
-    """What Windows and Linux have in common. The locations are folders of the host."""
+    """The common part of Windows and Linux. The locations are folders of the host."""
 
     newline: bytes
     shared_data: Path
@@ -62,7 +62,7 @@ class Machine:
     user_data: Path
     desktop: Path
     downloads: Path
-    program: Path  # the program's own file
+    program: Path  # the file of the program
     working_folder: Path
     log_file: Path  # where the log file is expected
     kept_by_system: list[Path]  # what the system itself may change below the locations
@@ -80,11 +80,11 @@ class Machine:
 
     @property
     def content(self) -> Path:
-        """The one folder of the product that most tests are about."""
+        """The one folder of the product that most tests use."""
         return self.shared_data / "TessaraWorks" / "Content"
 
     def tree(self) -> set[Path]:
-        """All that lies below the locations of products."""
+        """Everything below the locations of products."""
         locations = (self.shared_data, self.program_files, self.user_data)
         paths = {path for location in locations for path in location.rglob("*")}
         return {path for path in paths if not any(path.is_relative_to(kept) for kept in self.kept_by_system)}
@@ -112,7 +112,7 @@ class Machine:
 
     def start(self, *arguments: str, elevated: bool = True, stdin=subprocess.DEVNULL, stdout=None) -> subprocess.Popen:
         """Starts the program and goes on while it runs."""
-        # Files and no pipes: what the program starts may outlive it and keep them open.
+        # Files instead of pipes: programs that it starts may outlive it and keep them open.
         with open(self.scratch / "console", "wb") as console, open(self.scratch / "errors", "wb") as errors:
             return subprocess.Popen(
                 self.command(arguments, elevated, stdin is not CLOSED),
@@ -124,7 +124,7 @@ class Machine:
             )
 
     def kill(self, process: subprocess.Popen) -> None:
-        """Ends the program at once, as the task manager does."""
+        """Kills the program, as the task manager does."""
         os.kill(self.program_id(process), signal.SIGKILL)
 
     def outcome(self, process: subprocess.Popen, timeout: float = 120) -> Run:
@@ -132,7 +132,7 @@ class Machine:
         try:
             exit_code = process.wait(timeout)
         finally:
-            process.kill()  # one that asks for ever would fill the disk
+            process.kill()  # one that asks without end would fill the disk
 
         is_to_show = exit_code == 0 and not self.errors().endswith(FAILURE) and self.log_file.is_file()
         shown = wait_for(self.shown_folders, seconds=30) if is_to_show else self.shown_folders()
@@ -140,7 +140,7 @@ class Machine:
         return Run(
             console=self.console(),
             errors=self.errors(),
-            exit_code=exit_code if exit_code >= 0 else 128 - exit_code,  # as bubblewrap tells of a signal
+            exit_code=exit_code if exit_code >= 0 else 128 - exit_code,  # bubblewrap's code for a signal
             log=self.log(),
             revealed=shown,
         )
@@ -157,11 +157,11 @@ class Machine:
         return open(given, "rb")
 
     def console(self) -> str:
-        """What the program has written to its standard output so far."""
+        """The standard output of the program so far."""
         return self.text(self.scratch / "console")
 
     def errors(self) -> str:
-        """The same of its standard error output."""
+        """Its standard error so far."""
         return self.text(self.scratch / "errors")
 
     def text(self, file: Path) -> str:
@@ -177,7 +177,7 @@ class Machine:
 
 
 class Windows(Machine):
-    """A Wine prefix with no way to the host's files. It is the same for all tests, and cleaned for each."""
+    """A Wine prefix without access to the host's files. It is the same for all tests, and cleaned for each."""
 
     prefix = WINE_PREFIX
     newline = b"\r\n"
@@ -197,7 +197,7 @@ class Windows(Machine):
 
     @classmethod
     def make(cls) -> None:
-        """Makes the Windows, if it is not there yet."""
+        """Makes the Windows unless it exists."""
         if (cls.prefix / ".ready").exists():
             return
 
@@ -212,7 +212,7 @@ class Windows(Machine):
     @classmethod
     @contextmanager
     def started(cls):
-        """The Windows is up meanwhile."""
+        """Keeps the Windows running meanwhile."""
         cls.prepare()
 
         try:
@@ -222,7 +222,7 @@ class Windows(Machine):
 
     @classmethod
     def prepare(cls) -> None:
-        """Makes the Windows, if it is not there yet, and starts it."""
+        """Makes the Windows unless it exists, and starts it."""
         cls.make()
         cls.shut_down()  # an interrupted run may have left it on
         cls.carry_out("wineserver", "--persistent")
@@ -232,11 +232,11 @@ class Windows(Machine):
 
     @classmethod
     def carry_out(cls, *command: str | Path) -> None:
-        """Carries out a step that prepares the Windows, again if a process of Wine's has died while it ended."""
+        """Carries out a step that prepares the Windows, again if a process of Wine died while it ended."""
         folder = cls.prefix / "drive_c"
 
         for _ in range(3):
-            # A file and no pipe: the first process of a Windows starts others, which keep it open.
+            # A file instead of a pipe: the first process of a Windows starts others, which keep it open.
             with tempfile.TemporaryFile() as output:
                 exit_code = subprocess.run(
                     cls.entered(*command),
@@ -263,7 +263,7 @@ class Windows(Machine):
 
     @classmethod
     def entered(cls, *command: str) -> list[str]:
-        """The command by which the host runs a command of the system that this Windows lies in."""
+        """The command by which the host runs a command in the system that contains this Windows."""
         return ["prlimit", "--data=0:", *command]  # as scripts/support/wine-environment does
 
     @classmethod
@@ -294,7 +294,7 @@ class Windows(Machine):
             type(self).has_uninstall_entries = False
 
     def register(self, entries: dict[str, dict[str, str]]) -> None:
-        """Makes these the machine's only uninstall entries: each one's values, by the name of its key."""
+        """Makes these the machine's only uninstall entries: their values, by the names of their keys."""
         lines = [f"[-{UNINSTALL_KEY}]", f"[{UNINSTALL_KEY}]"]
 
         for key, values in entries.items():
@@ -311,19 +311,19 @@ class Windows(Machine):
         self.carry_out("wine", "regedit", "/S", "C:\\tools\\changes.reg")
 
     def place_uninstaller(self, file: Path, *orders: str) -> None:
-        """Places a stub that notes how it was called and obeys its orders; see StubUninstaller.h for them."""
+        """Places a stub that notes its calls and carries out its orders; see StubUninstaller.h."""
         file.parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(self.build / "tests" / "StubUninstaller.exe", file)
         file.with_suffix(".orders").write_text("".join(f"{order}\n" for order in orders))
 
     def calls(self, file: Path) -> list[str]:
-        """The command lines with which a stub was called so far, each with "done" behind it if the stub came to its end."""
+        """The command lines of the calls of a stub so far, each followed by "done" if the stub came to its end."""
         notes = file.with_suffix(".calls")
         return notes.read_text().splitlines() if notes.exists() else []
 
     @contextmanager
     def without(self, *locations: str):
-        """Takes the folders of these locations away, so that their lookup fails."""
+        """Removes the folders of these locations, so that their lookup fails."""
         folders = [getattr(self, location) for location in locations]
 
         for folder in folders:
@@ -344,7 +344,7 @@ class Windows(Machine):
         runners = []
 
         if not elevated:
-            # Wine 10 raises a program by itself whose manifest asks for an administrator.
+            # Wine 10 elevates a program whose manifest asks for an administrator.
             image = program.read_bytes()
             assert image.count(REQUIRES_ADMINISTRATOR) == 1
             program = self.c / "tools" / "OrvexCleaner.exe"
@@ -373,7 +373,7 @@ class Windows(Machine):
 
     @contextmanager
     def held(self, kind: str, name: str):
-        """Another process keeps something from the program meanwhile; see Hold_windows.cpp for the kinds."""
+        """Another process holds something meanwhile; see Hold_windows.cpp for the kinds."""
         pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE, "text": True}
 
         with self.tool("C:\\tools\\Hold.exe", kind, name, **pipes) as process:
@@ -381,11 +381,11 @@ class Windows(Machine):
             yield
 
     def held_open(self, file: Path):
-        """Keeps a file open in another process, which shares it with nobody."""
+        """Keeps a file open in another process, without sharing it."""
         return self.held("file", self.shown(file))
 
     def programs(self) -> dict[int, list[str]]:
-        """The command lines of what runs in this Windows, by process id."""
+        """The command lines of the programs that run in this Windows, by process id."""
         found = {}
 
         for process in Path("/proc").glob("[0-9]*"):
@@ -403,18 +403,18 @@ class Windows(Machine):
         return prefix is not None and Path(f"{process}/root{prefix[1].decode()}").samefile(self.prefix)
 
     def explorers(self) -> dict[int, str]:
-        """What each Explorer of this Windows is there for, a folder or the desktop, by process id."""
+        """The purpose of each Explorer of this Windows, a folder or the desktop, by process id."""
         programs = self.programs().items()
         return {process: " ".join(arguments) for process, (file, *arguments) in programs if "explorer.exe" in file}
 
     def close_explorers(self) -> None:
-        # The desktop's ends a second after the last of the others, and shows no folder any more until then. One that
-        # was being started for a program that was killed does not end by itself.
+        # The desktop's Explorer ends a second after the last of the others, and shows no folder until then. One that was
+        # just starting for a program that was killed does not end on its own.
         if not wait_for(self.end_explorers, seconds=5):
             self.prepare()
 
     def end_explorers(self) -> bool:
-        """Ends those that show a folder, and tells whether none is left."""
+        """Ends those that show a folder, and returns whether none is left."""
         for explorer, shown in self.explorers().items():
             if shown != DESKTOP:
                 os.kill(explorer, signal.SIGKILL)
@@ -524,12 +524,12 @@ def wine_environment(prefix: Path = WINE_PREFIX) -> dict[str, str]:
 
 
 def escaped(value: str) -> str:
-    """A text as it stands between the quotes of a .reg file."""
+    """A string as it is written between the quotes of a .reg file."""
     return value.replace("\\", "\\\\").replace('"', '\\"')
 
 
 def without_line_ends(content: bytes, newline: bytes) -> str:
-    """The text with "\\n" for each line end; fails if one is not what it has to be."""
+    """The content with "\\n" for each line end; fails at any other line end."""
     wrong = content.replace(newline, b"")
     assert b"\n" not in wrong and b"\r" not in wrong, content
     return content.replace(newline, b"\n").decode()
@@ -550,7 +550,7 @@ def put(folder: Path, *files: str) -> None:
 
 
 def contents_of(folder: Path) -> list[str]:
-    """All that lies in a folder, at any depth, by its path within it."""
+    """Everything in a folder, at any depth, by its path in it."""
     return sorted(str(path.relative_to(folder)) for path in folder.rglob("*"))
 
 
@@ -564,7 +564,7 @@ def remove_all(folder: Path, keep: list[str] = []) -> None:
 
 
 def wait_for(condition, seconds: float = 10):
-    """Returns what the condition gives as soon as that is true, or its last answer when the time is over."""
+    """Returns the result of the condition as soon as that is true, or its last one when the time is over."""
     end = time.monotonic() + seconds
 
     while not (answer := condition()) and time.monotonic() < end:

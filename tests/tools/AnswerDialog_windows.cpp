@@ -1,4 +1,4 @@
-// Presses a button of a dialog, as soon as there is one with this title: AnswerDialog TITLE BUTTON
+// Waits for a dialog with this title and presses a button of it: AnswerDialog TITLE BUTTON
 // The button is a number: 1 for OK or the first of a page, 6 for Yes, 7 for No.
 
 #include <windows.h>

@@ -1,10 +1,10 @@
 // Keeps something from other programs: Hold KIND NAME
 //
 //     file     opens a file and shares it with nobody
-//     mutex    owns a mutex, by which an application lets its uninstaller know that it is running
+//     mutex    owns a mutex, by which an application tells its uninstaller that it is running
 //     key      makes a registry key below HKEY_LOCAL_MACHINE that nobody may open
 //
-// Prints "held" when it does, and lets go when its standard input ends.
+// Prints "held" when it holds it, and lets go at the end of its standard input.
 
 #include <windows.h>
 

@@ -1,8 +1,8 @@
-// Runs a program in another way than usual: Run WAY PROGRAM [ARGUMENT...]
+// Runs a program in an unusual way: Run WAY PROGRAM [ARGUMENT...]
 //
 //     unelevated         without administrator rights
 //     without-input      with its standard input closed
-//     without-console    as a service does, with neither a console nor an input or output of any kind
+//     without-console    as a service does, with no console, no input and no output
 //
 // Ends with the program's exit code, or with 99 if it could not be started.
 
@@ -11,7 +11,7 @@
 #include <cstdio>
 #include <string>
 
-// The own token, or of a user who is an administrator, the one without the rights.
+// The process's own token, or the token without the rights that belongs to it.
 static HANDLE getToken (bool isElevated)
 {
     HANDLE token = nullptr;

@@ -1,22 +1,22 @@
 #pragma once
 
-/*  Stands in for the uninstaller of a product, wherever a test or a trial run needs a real program.
+/*  Stands in for the uninstaller of a product, wherever a test needs a real program.
 
-    It appends its full command line to a file beside itself that has its own name with the ending
-    .calls, then obeys the file with the ending .orders, one order a line, in their order:
+    It appends its full command line to a file beside itself with its own name and the extension
+    .calls, then carries out the orders in the file with the extension .orders, one on each line:
 
-        sleep MILLISECONDS      does nothing for so long
-        print BYTES             writes so many bytes to the standard output; goes on if nobody reads
-        print-error BYTES       the same to the standard error output
-        remove PATH             deletes a file, or a folder with all it holds, as far as it can
-        remove-key PATH         deletes a registry key below HKEY_LOCAL_MACHINE with all it holds;
+        sleep MILLISECONDS      does nothing for this time
+        print BYTES             writes this number of bytes to standard output; goes on if nobody reads
+        print-error BYTES       the same to standard error
+        remove PATH             deletes a file, or a folder with its contents, as far as it can
+        remove-key PATH         deletes a registry key below HKEY_LOCAL_MACHINE with its contents;
                                 does nothing on a system without a registry
         note-variable NAME      appends NAME=VALUE, with an environment variable, to the calls
-        exit CODE               makes this the exit code, up to 4294967295; it is 0 without this order
+        exit CODE               sets the exit code, up to 4294967295; it is 0 without this order
 
-    Behind the last order it appends the line "done" to the calls. Without the file of orders, it
-    only notes the call and exits with 0. The files are UTF-8 text, and the orders may have the line
-    ends of either system.
+    After the last order it appends the line "done" to the calls. Without a file of orders, it only
+    notes the call and exits with 0. The files are in UTF-8, and the orders may have the line ends of
+    either system.
 */
 
 #include <chrono>
@@ -29,12 +29,12 @@
 #include <thread>
 #include <vector>
 
-// What depends on the system.
+// The parts that depend on the system.
 
 std::filesystem::path getOwnPath();
 void removeRegistryKey (const std::string& path);
 
-/** Deletes what can be deleted. On Windows the file of a running program cannot. */
+/** Deletes as much as possible. On Windows, the file of a running program cannot be deleted. */
 inline void removeAll (const std::filesystem::path& path)
 {
     std::error_code ignored;

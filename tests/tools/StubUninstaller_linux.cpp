@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-// Not by /proc, which a test's machine may be without.
+// Without /proc, which a test's machine may lack.
 std::filesystem::path getOwnPath()
 {
     return std::filesystem::absolute (reinterpret_cast<const char*> (getauxval (AT_EXECFN)));
@@ -19,7 +19,7 @@ int main (int argc, char* argv[])
     for (int i = 0; i < argc; ++i)
         commandLine += (i == 0 ? "" : " ") + std::string (argv[i]);
 
-    // Nobody reads the output once the program that started this one has given up waiting.
+    // Nobody reads the output after the program that started this one has given up waiting.
     std::signal (SIGPIPE, SIG_IGN);
 
     return runStub (commandLine);
