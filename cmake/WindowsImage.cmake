@@ -1,5 +1,5 @@
-# What makes the Windows executable one that can be trusted: its manifest, its version block, and an
-# image that loads no DLL from the folder it was downloaded to.
+# The image of the Windows executable: its manifest, its version block, the oldest Windows that starts it, and
+# the flag by which it loads no DLL from the folder it was downloaded to.
 
 string (REPLACE "." "," ORVEX_CLEANER_VERSION_NUMBERS "${PROJECT_VERSION}.0")
 configure_file (src/app/OrvexCleaner.manifest.in OrvexCleaner.manifest @ONLY)
@@ -9,15 +9,20 @@ target_sources (OrvexCleaner PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.r
 set_source_files_properties ("${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.rc" PROPERTIES
     OBJECT_DEPENDS "${CMAKE_CURRENT_BINARY_DIR}/OrvexCleaner.manifest")
 
-# A folder in a folder takes a call in a call, and a path of Windows has room for 16,383 of them.
+# Deletion recurses once per nested folder, and a path of Windows has room for 16,383 of them.
 set (stack_bytes 4194304)
 
 if (MSVC)
     # The linker adds no manifest of its own. /DYNAMICBASE, /HIGHENTROPYVA and /NXCOMPAT are its defaults.
-    target_link_options (OrvexCleaner PRIVATE /STACK:${stack_bytes} /MANIFEST:NO /DEPENDENTLOADFLAG:0x800)
+    target_link_options (OrvexCleaner PRIVATE
+        /STACK:${stack_bytes} /SUBSYSTEM:CONSOLE,6.01 /MANIFEST:NO /DEPENDENTLOADFLAG:0x800)
 else()
     target_sources (OrvexCleaner PRIVATE src/app/Image_windows.c)
-    target_link_options (OrvexCleaner PRIVATE -Wl,--stack,${stack_bytes} -Wl,-Xlink=-map:OrvexCleaner.map)
+    target_link_options (OrvexCleaner PRIVATE
+        -Wl,--stack,${stack_bytes}
+        -Wl,--major-os-version,6,--minor-os-version,1 # Windows 7
+        -Wl,--major-subsystem-version,6,--minor-subsystem-version,1
+        -Wl,-Xlink=-map:OrvexCleaner.map)
 
     # With the copy and the map, the addresses in a report of a crash can be read.
     if (CMAKE_BUILD_TYPE STREQUAL Release)

@@ -37,10 +37,13 @@ def resource(image: PE, kind: str) -> bytes:
 def test_is_a_console_program_for_64_bit_windows_7_and_later(image):
     amd64 = 0x8664
     console = 3
+    windows_7 = 6, 1
+    header = image.OPTIONAL_HEADER
 
     assert image.FILE_HEADER.Machine == amd64
-    assert image.OPTIONAL_HEADER.Subsystem == console
-    assert (image.OPTIONAL_HEADER.MajorSubsystemVersion, image.OPTIONAL_HEADER.MinorSubsystemVersion) <= (6, 1)
+    assert header.Subsystem == console
+    assert (header.MajorOperatingSystemVersion, header.MinorOperatingSystemVersion) == windows_7
+    assert (header.MajorSubsystemVersion, header.MinorSubsystemVersion) == windows_7
 
 
 def test_imports_what_it_needs_and_nothing_else(image):
@@ -139,6 +142,7 @@ def test_tells_its_name_its_maker_and_its_version(image):
         "FileDescription": "Orvex Cleaner",
         "FileVersion": VERSION,
         "InternalName": "OrvexCleaner",
+        "LegalCopyright": "Copyright Tessara Works. All rights reserved.",
         "OriginalFilename": "OrvexCleaner.exe",
         "ProductName": "Orvex Cleaner",
         "ProductVersion": VERSION,
