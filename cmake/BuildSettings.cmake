@@ -13,6 +13,6 @@ if (MSVC)
     add_compile_definitions (NOMINMAX _CRT_SECURE_NO_WARNINGS)
 endif()
 
-if (MINGW AND CMAKE_CROSSCOMPILING)
+if (ORVEX_MINGW_OF_DEBIAN)
     include (UnwindInformation)
 endif()

@@ -79,7 +79,7 @@ if (WIN32)
     target_compile_definitions (juce_core PUBLIC UNICODE=1 _UNICODE=1)
     set (system_libraries advapi32 comdlg32 ole32 oleaut32 shell32 shlwapi user32 version wininet winmm ws2_32)
 
-    if (MINGW AND CMAKE_CROSSCOMPILING)
+    if (ORVEX_MINGW_OF_DEBIAN)
         include (ShortImports)
         make_short_imports (system_libraries)
     endif()

@@ -1,5 +1,5 @@
-# Import libraries in the short form, which lets the linker leave out what only unused code calls. With
-# the long form, which mingw-w64's have, a DLL is loaded for functions that the program no longer contains.
+# Makes import libraries in the short form, with which lld drops the imports of code that it drops. mingw-w64 10 of
+# Debian has the long form: the program would load DLLs for functions that it no longer contains.
 
 # Replaces the names in a list by the paths of short libraries with the same functions.
 function (make_short_imports libraries)

@@ -1,9 +1,9 @@
-# What an exception needs of Debian's libstdc++, to be passed on and caught with clang and lld.
+# Lets exceptions pass through Debian's libstdc++ and be caught, with clang and lld.
 
-# Types are compared by a function of the library, as GCC defines for this system by itself.
+# Types are compared by a function of the library. GCC defines this for Windows on its own.
 add_compile_definitions (__GXX_TYPEINFO_EQUALITY_INLINE=0)
 
-# The library with its unwind information, for all that is linked.
+# Every program links a copy of the library that keeps its unwind information.
 set (library "${CMAKE_CURRENT_BINARY_DIR}/libstdc++.a")
 execute_process (
     COMMAND "${CMAKE_CURRENT_LIST_DIR}/name-unwind-sections" "${gcc_dir}/libstdc++.a" "${library}.new"

@@ -21,8 +21,14 @@ else()
     target_link_options (OrvexCleaner PRIVATE
         -Wl,--stack,${stack_bytes}
         -Wl,--major-os-version,6,--minor-os-version,1 # Windows 7
-        -Wl,--major-subsystem-version,6,--minor-subsystem-version,1
-        -Wl,-Xlink=-map:OrvexCleaner.map)
+        -Wl,--major-subsystem-version,6,--minor-subsystem-version,1)
+
+    if (ORVEX_MINGW_OF_DEBIAN)
+        target_link_options (OrvexCleaner PRIVATE -Wl,-Xlink=-map:OrvexCleaner.map)
+        # Its header has the flags under their old name.
+        set_source_files_properties (src/app/Image_windows.c PROPERTIES
+            COMPILE_DEFINITIONS DependentLoadFlags=Reserved1)
+    endif()
 
     # With the copy and the map, the addresses in a report of a crash can be read.
     if (CMAKE_BUILD_TYPE STREQUAL Release)

@@ -2,6 +2,8 @@
 # for the work. GCC with its own linker makes an executable twice the size, and one that cannot be
 # told to load DLLs from the system's folder alone.
 
+set (ORVEX_MINGW_OF_DEBIAN ON) # linked with lld: the build works around its defects
+
 set (CMAKE_SYSTEM_NAME Windows)
 set (CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -14,7 +16,7 @@ set (CMAKE_C_COMPILER_TARGET ${triple})
 set (CMAKE_CXX_COMPILER_TARGET ${triple})
 set (CMAKE_RC_COMPILER ${triple}-windres)
 
-# clang does not find the C++ library in Debian's folders by itself.
+# clang does not find the C++ library in Debian's folders on its own.
 execute_process (
     COMMAND ${triple}-g++-posix -print-libgcc-file-name
     OUTPUT_VARIABLE libgcc
