@@ -13,6 +13,12 @@ if (MSVC)
     add_compile_definitions (NOMINMAX _CRT_SECURE_NO_WARNINGS)
 endif()
 
+if (ORVEX_SANITIZE)
+    set (sanitizers -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_compile_options (${sanitizers})
+    add_link_options (${sanitizers})
+endif()
+
 if (ORVEX_MINGW_OF_DEBIAN)
     include (UnwindInformation)
 endif()
