@@ -52,6 +52,7 @@ message (STATUS "JUCE ${juce_version} in ${juce_modules}")
 set (ORVEX_JUCE_VERSION "${juce_version}" CACHE INTERNAL "For the bill of materials")
 
 add_library (juce_core STATIC src/juce/juce_core.cpp)
+set_target_properties (juce_core PROPERTIES COMPILE_WARNING_AS_ERROR OFF)
 target_include_directories (juce_core SYSTEM PUBLIC "${juce_modules}")
 target_compile_definitions (juce_core PUBLIC
     JUCE_GLOBAL_MODULE_SETTINGS_INCLUDED=1

@@ -6,7 +6,7 @@ import shutil
 import subprocess
 from pathlib import Path
 
-from project import SUPPORT, TOP, output_of
+from project import BUILD, SUPPORT, TOP, output_of
 
 JUCE_COMMIT = "4e68af7fde8a0a64e808fb1a37999a690873c9de"  # of the tag 7.0.4
 GOOGLETEST_COMMIT = "6910c9d9165801d8827d628cb72eb7ea9dd538c5"  # of the tag v1.16.0
@@ -71,6 +71,15 @@ def test_fetches_nothing_where_it_has_both(tmp_path):
 
     assert f"JUCE 7.0.5 in {juce_of_build()}" in said
     assert not (tmp_path / "build" / "_deps").exists()
+
+
+def test_makes_errors_of_warnings_in_the_presets_alone(tmp_path):
+    configured(tmp_path, "")
+    without_preset = (tmp_path / "build" / "compile_commands.json").read_text()
+    with_preset = (BUILD / "sanitize" / "compile_commands.json").read_text()
+
+    assert "-Wall" in without_preset and "-Werror" not in without_preset
+    assert "-Wall" in with_preset and "-Werror" in with_preset
 
 
 def test_no_cleaner_throws_or_catches():
