@@ -23,8 +23,8 @@ public:
         the verdict.
 
         An entry that is not there is skipped. One that cannot be deleted fails the run but does not
-        end it; nothing is retried. Links are removed, and what they point to stays; a listed link
-        that leads nowhere does not exist for juce::File, and stays as well.
+        end it; nothing is retried. Links are removed, and what they point to stays. On Linux, a listed
+        link that leads nowhere stays too: juce::File says that it does not exist. On Windows it goes.
 
         @returns    what was removed, and whether everything went well; if preClean() stopped the
                     run, the result as it left it
