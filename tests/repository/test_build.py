@@ -82,6 +82,36 @@ def test_makes_errors_of_warnings_in_the_presets_alone(tmp_path):
     assert "-Wall" in with_preset and "-Werror" in with_preset
 
 
+def test_lists_no_preset_that_needs_another_system():
+    listed = output_of("cmake", "--list-presets=all", cwd=TOP)
+
+    assert listed.count('"windows"') == 3  # to configure, to build and to test
+    assert "visual-studio" not in listed
+
+
+# As ctest does it on Windows.
+def test_starts_the_unit_tests_on_a_disposable_machine_alone(tmp_path):
+    unit_tests = tmp_path / "UnitTests"
+    unit_tests.write_text('#!/bin/sh\ntouch "$0.started"\nexit 1\n')
+    unit_tests.chmod(0o755)
+
+    def ctest(may_clean: str) -> tuple[int, bool, bool]:
+        command = [
+            "cmake",
+            "-D",
+            f"PROGRAM={unit_tests}",
+            "-P",
+            TOP / "tests" / "shared" / "on-disposable-machine.cmake",
+        ]
+        environment = {**os.environ, "ORVEX_MAY_CLEAN_THIS_MACHINE": may_clean}
+        run = subprocess.run(command, stderr=subprocess.PIPE, text=True, env=environment)
+        is_skipped = "Skipped: the unit tests delete" in run.stderr
+        return run.returncode, is_skipped, Path(f"{unit_tests}.started").exists()
+
+    assert ctest("") == (0, True, False)
+    assert ctest("yes") == (1, False, True)
+
+
 def test_no_cleaner_throws_or_catches():
     sources = sorted((TOP / "src" / "cleaning").glob("*.cpp"))
     objects = [f"CMakeFiles/orvex_cleaner.dir/src/cleaning/{source.name}.o" for source in sources]
