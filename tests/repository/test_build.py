@@ -113,8 +113,8 @@ def test_starts_the_unit_tests_on_a_disposable_machine_alone(tmp_path):
 
 
 def test_no_cleaner_throws_or_catches():
-    sources = sorted((TOP / "src" / "cleaning").glob("*.cpp"))
-    objects = [f"CMakeFiles/orvex_cleaner.dir/src/cleaning/{source.name}.o" for source in sources]
+    sources = sorted(source.name for source in (TOP / "src" / "cleaning").glob("*.cpp"))
+    objects = [f"CMakeFiles/orvex_cleaner.dir/src/cleaning/{name}.o" for name in sources if "_windows" not in name]
     output_of(SUPPORT / "build", "native", *objects)
 
     needed = output_of("nm", "--undefined-only", *objects, cwd=TOP / "build" / "native")
