@@ -1,4 +1,4 @@
-"""scripts/bench measures what its document shows. How fast anything is, no test can tell."""
+"""scripts/bench measures every row of its document. No test checks the figures themselves."""
 
 import re
 import subprocess
@@ -6,7 +6,7 @@ import subprocess
 from project import TOP
 
 
-def test_prints_a_ratio_for_each_row_of_the_document_and_leaves_that_alone_in_a_quick_run():
+def test_a_quick_run_prints_a_ratio_for_each_row_and_leaves_the_document_unchanged():
     document = TOP / "docs" / "performance.md"
     figures = document.read_bytes()
 
@@ -24,5 +24,5 @@ def rows(text: str) -> list[list[str]]:
 
 
 def without_figures(row: list[str]) -> list[str]:
-    """What was measured, with the yardstick: a quick run deletes fewer files."""
+    """The subject of the row and its yardstick, without the number of files: a quick run deletes fewer."""
     return [re.sub(r"[\d,]+ (files|folders)", r"\1", row[0]), row[2]]

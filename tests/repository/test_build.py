@@ -1,4 +1,4 @@
-"""Where the build has its libraries from, and what it makes of the sources."""
+"""The build: its libraries, warnings, presets and objects, and the guard of the unit tests."""
 
 import os
 import re
@@ -8,12 +8,12 @@ from pathlib import Path
 
 from project import BUILD, SUPPORT, TOP, output_of
 
-JUCE_COMMIT = "4e68af7fde8a0a64e808fb1a37999a690873c9de"  # of the tag 7.0.4
-GOOGLETEST_COMMIT = "6910c9d9165801d8827d628cb72eb7ea9dd538c5"  # of the tag v1.16.0
+JUCE_COMMIT = "4e68af7fde8a0a64e808fb1a37999a690873c9de"  # tag 7.0.4
+GOOGLETEST_COMMIT = "6910c9d9165801d8827d628cb72eb7ea9dd538c5"  # tag v1.16.0
 
 
 def configured(folder: Path, git_config: str, *options: str) -> str:
-    """What the configuration of a build says with this configuration of git alone."""
+    """Configures a build with this git configuration alone, and returns the output."""
     (folder / "gitconfig").write_text(git_config)
     environment = {**os.environ, "GIT_CONFIG_GLOBAL": str(folder / "gitconfig")}
     command = ["cmake", "-S", TOP, "-B", folder / "build", "-G", "Ninja", *options]
@@ -28,7 +28,7 @@ def juce_of_build() -> Path:
 
 
 def publish(repository: Path, commit: str) -> None:
-    """Makes a repository of a folder, in which a commit of another one is replaced by its own."""
+    """Makes a git repository of a folder. Its own commit replaces the given commit of another repository."""
     git = ["git", "-C", str(repository), "-c", "user.name=test", "-c", "user.email=test@example.com"]
 
     for order in (
@@ -66,14 +66,14 @@ def test_fetches_juce_7_0_4_and_googletest_by_their_commits(tmp_path):
     assert (tmp_path / "build" / "_deps" / "googletest-src" / ".git" / "HEAD").read_text() == f"{GOOGLETEST_COMMIT}\n"
 
 
-def test_fetches_nothing_where_it_has_both(tmp_path):
+def test_fetches_nothing_if_both_are_installed(tmp_path):
     said = configured(tmp_path, "")
 
     assert f"JUCE 7.0.5 in {juce_of_build()}" in said
     assert not (tmp_path / "build" / "_deps").exists()
 
 
-def test_makes_errors_of_warnings_in_the_presets_alone(tmp_path):
+def test_turns_warnings_into_errors_only_in_the_presets(tmp_path):
     configured(tmp_path, "")
     without_preset = (tmp_path / "build" / "compile_commands.json").read_text()
     with_preset = (BUILD / "sanitize" / "compile_commands.json").read_text()
@@ -89,8 +89,8 @@ def test_lists_no_preset_that_needs_another_system():
     assert "visual-studio" not in listed
 
 
-# As ctest does it on Windows.
-def test_starts_the_unit_tests_on_a_disposable_machine_alone(tmp_path):
+# As ctest does on Windows.
+def test_starts_the_unit_tests_only_on_a_disposable_machine(tmp_path):
     unit_tests = tmp_path / "UnitTests"
     unit_tests.write_text('#!/bin/sh\ntouch "$0.started"\nexit 1\n')
     unit_tests.chmod(0o755)

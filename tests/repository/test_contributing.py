@@ -12,13 +12,13 @@ DOCUMENT = (TOP / "CONTRIBUTING.md").read_text().split("## Style")[0]
 COMMANDS = re.findall(r"^\| .+ \| `(.+)` \|$", DOCUMENT, re.MULTILINE)
 
 
-@pytest.mark.xdist_group("contributing")  # one after the other: they build the same
+@pytest.mark.xdist_group("contributing")  # one at a time: they share build folders
 @pytest.mark.parametrize("command", COMMANDS)
 def test_every_command_succeeds(command, tmp_path):
     if command.startswith("scripts/debug --gtest") and os.environ.get("ISOLATED_WAY") == "chroot":
         pytest.skip("gdbserver needs /proc, which machines made by chroot do not have")
 
-    # The tests that these run have results of their own, and the fresh random machines are the same each time.
+    # The tests in these commands keep their own results. The seed makes their fresh random machines repeatable.
     environment = {name: value for name, value in os.environ.items() if not name.startswith("PYTEST_")} | {
         "ORVEX_TEST_RESULTS": str(tmp_path / "results"),
         "PYTEST_ADDOPTS": "--hypothesis-seed=1",

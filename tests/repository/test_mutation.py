@@ -50,7 +50,7 @@ def test_changes_one_small_place_at_a_time():
     ]
 
 
-def test_leaves_all_else_as_it_was():
+def test_leaves_everything_else_unchanged():
     results = {change.description: change.result for change in changes_of("src/app/Table.cpp", CODE)}
 
     assert results["10 becomes 11"] == CODE.replace("10", "11")

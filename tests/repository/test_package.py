@@ -1,7 +1,7 @@
 """scripts/package and scripts/verify-package, run in fresh clones.
 
-Most run on the next release: a commit that changes version and support address, since what cannot be
-supported is not signed.
+Most of them package the next release: a commit that changes the version and the support address, since
+scripts/package signs nothing without a real support address.
 """
 
 import hashlib
@@ -40,7 +40,7 @@ FOREIGN_TOOLS = (
     "scripts/package: these are not the tools and the JUCE of Debian 12, so that the package has other bytes\n"
 )
 
-pytestmark = pytest.mark.xdist_group("package")  # one worker makes what all of them look at
+pytestmark = pytest.mark.xdist_group("package")  # one worker makes the package that all of them inspect
 
 
 def clone(folder: Path, origin: Path = TOP) -> Path:
@@ -63,7 +63,7 @@ def commit_settings(sources: Path, changes: dict[str, str]):
 def package(
     sources: Path, *options, password: str | None = None, stdin=subprocess.DEVNULL, cwd: Path | None = None
 ) -> subprocess.CompletedProcess:
-    """Runs scripts/package, without a terminal if none is given, and takes a word on foreign tools out of what it says."""
+    """Runs scripts/package, without a terminal unless one is given, and drops its warning about foreign tools."""
     environment = {name: value for name, value in os.environ.items() if name != "ORVEX_SIGN_PASSWORD"}
     environment |= {} if password is None else {"ORVEX_SIGN_PASSWORD": password}
     command = [sources / "scripts" / "package", *options]
@@ -73,7 +73,7 @@ def package(
 
 
 def verify(sources: Path, packed: Path, with_clock=()) -> tuple[str, int]:
-    """What scripts/verify-package of these sources says, and its exit code."""
+    """Runs scripts/verify-package of these sources, and returns its output and its exit code."""
     command = [*with_clock, sources / "scripts" / "verify-package", packed]
     run = subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
     return run.stdout, run.returncode
@@ -92,12 +92,12 @@ def sources(tmp_path_factory):
 @pytest.fixture(scope="module")
 def elsewhere(sources, tmp_path_factory):
     """Another clone of the same commit."""
-    return clone(tmp_path_factory.mktemp("elsewhere") / "a folder with blanks" / "Orvex Cleaner", sources)
+    return clone(tmp_path_factory.mktemp("elsewhere") / "a folder with spaces" / "Orvex Cleaner", sources)
 
 
 @pytest.fixture(scope="module")
 def verified(sources, elsewhere):
-    """What scripts/verify-package says, which has the package made anew, elsewhere and years later."""
+    """The result of scripts/verify-package, which rebuilds the package in another folder and years later."""
     return verify(elsewhere, sources / "dist" / PACKAGE, with_clock=["faketime", "-f", "+2000d"])
 
 
@@ -116,9 +116,9 @@ def packed(sources, tmp_path):
 
 @pytest.fixture(scope="module")
 def keys(tmp_path_factory):
-    """A folder with throwaway certificates under the password "secret".
+    """A folder with throwaway certificates with the password "secret".
 
-    That of the release has its key in a file and on a token. It comes with its issuer, and without its root.
+    The release certificate has its key in a file and on a token. It comes with its issuer, without its root.
     """
     folder = tmp_path_factory.mktemp("keys")
     make_certificate(folder, "root", "codeSigning")
@@ -157,8 +157,8 @@ def make_key_file(folder: Path, file: str, name: str):
 
 @pytest.fixture
 def time_server(keys, tmp_path):
-    """The address of a server that confirms times."""
-    (tmp_path / "demoCA").mkdir()  # where OpenSSL keeps the number of the last one
+    """The address of a time stamp server."""
+    (tmp_path / "demoCA").mkdir()  # where OpenSSL keeps the last serial number
 
     class Server(http.server.BaseHTTPRequestHandler):
         def do_POST(self):
@@ -181,7 +181,7 @@ def time_server(keys, tmp_path):
 
 
 def signature_of(packed: Path, keys: Path, folder: Path) -> str:
-    """What osslsigncode says of the signature in a package; fails if it is not good."""
+    """Returns osslsigncode's report on the signature in a package; fails if the signature is not good."""
     (folder / "signed.exe").write_bytes(content_of(packed)["OrvexCleaner.exe"])
     certificates = ["-CAfile", keys / "root.pem", "-TSA-CAfile", keys / "time.pem"]
     return output_of("osslsigncode", "verify", *certificates, folder / "signed.exe")
@@ -218,14 +218,16 @@ def test_packs_the_executable_the_guide_the_notices_the_bill_and_their_sums(sour
     guide = (sources / "docs" / "guide.md").read_bytes().replace(b"\n", b"\r\n")
 
     assert list(content) == CONTENTS
-    assert {entry.date_time for entry in entries} == {(*minute, second // 2 * 2)}  # a zip counts two seconds at a time
+    assert {entry.date_time for entry in entries} == {
+        (*minute, second // 2 * 2)
+    }  # a zip file stores time in steps of two seconds
     assert {(oct(entry.external_attr >> 16), entry.extra) for entry in entries} == {("0o100644", b"")}
     assert content["OrvexCleaner.exe"] == (sources / "build" / "package" / "OrvexCleaner.exe").read_bytes()
     assert content["guide.txt"] == guide.replace(b"@ORVEX_CLEANER_SUPPORT_ADDRESS@", NEXT_ADDRESS.encode())
     assert content["third-party-notices.txt"] == (TOP / NOTICES).read_bytes().replace(b"\n", b"\r\n")
 
 
-def test_makes_a_release_of_what_one_place_says(content):
+def test_takes_version_tag_and_support_address_from_one_place(content):
     executable = content["OrvexCleaner.exe"]
 
     assert executable.count("\0".join(NEXT_VERSION).encode() + b"\0\0\0") == 2  # of the file and of the product
@@ -246,7 +248,7 @@ def test_packs_the_program_that_all_other_tests_run(windows_executable, tmp_path
 
 
 @pytest.mark.skipif(not IS_MADE_HERE, reason="names packages of Debian 12")
-def test_records_what_made_the_package(sources):
+def test_records_the_tools_that_made_the_package(sources):
     packed = sources / "dist" / PACKAGE
     record = (sources / "dist" / RECORD).read_text()
 
@@ -259,7 +261,7 @@ def test_records_what_made_the_package(sources):
     assert packed.with_name(f"{PACKAGE}.sha256").read_text() == f"{sum_of(packed.read_bytes())}  {PACKAGE}\n"
 
 
-def test_keeps_what_reads_the_addresses_in_a_report_of_a_crash(sources, content, tmp_path):
+def test_keeps_the_files_that_resolve_addresses_in_a_crash_report(sources, content, tmp_path):
     unstripped = sources / "dist" / UNSTRIPPED
     symbol = "_ZNK4juce4File17deleteRecursivelyEb"
     (address,) = re.findall(rf" {symbol} +([0-9a-f]{{16}}) +libjuce_core:", (sources / "dist" / MAP).read_text())
@@ -273,7 +275,7 @@ def test_keeps_what_reads_the_addresses_in_a_report_of_a_crash(sources, content,
 
 
 @pytest.mark.skipif(not IS_MADE_HERE, reason="names packages of Debian 12")
-def test_bills_all_that_is_linked_in(content):
+def test_the_bill_lists_everything_that_is_linked_in(content):
     bill = json.loads(content["OrvexCleaner.cdx.json"])
     gcc, cpp, mingw = "gcc-mingw-w64-x86-64-posix", "g++-mingw-w64-x86-64-posix", "mingw-w64-x86-64-dev"
     gcc_licence = "GPL-3.0-or-later WITH GCC-exception-3.1"
@@ -292,7 +294,7 @@ def test_bills_all_that_is_linked_in(content):
 
 
 @needs_npm
-def test_bills_in_the_form_of_cyclonedx(content):
+def test_the_bill_is_valid_cyclonedx(content):
     bill = content["OrvexCleaner.cdx.json"]
 
     assert validated(bill) == "valid\n"
@@ -312,7 +314,7 @@ def test_bills_in_the_form_of_cyclonedx(content):
     ],
     ids=["linked", "noticed"],
 )
-def test_bills_nothing_that_its_table_or_the_notices_do_not_name(sources, tmp_path, linked, named, told):
+def test_makes_no_bill_of_a_component_missing_from_its_table_or_the_notices(sources, tmp_path, linked, named, told):
     (tmp_path / "map").write_text((sources / "dist" / MAP).read_text().replace(" libz:", f" {linked}"))
     (tmp_path / "notices").write_text((TOP / NOTICES).read_text().replace("zlib\n----\n", named))
 
@@ -324,17 +326,17 @@ def test_bills_nothing_that_its_table_or_the_notices_do_not_name(sources, tmp_pa
 
 
 def version_of(name: str) -> str:
-    """The upstream part of the version of Debian's package."""
+    """The upstream version of a Debian package."""
     return re.match(r"[\d.]+", output_of("dpkg-query", "--show", "--showformat", "${Version}", name))[0]
 
 
 def validated(bill: bytes) -> str:
-    """Says "valid" of a bill, or what is wrong with it."""
+    """Returns "valid" for a bill, or the error."""
     return output_of_node(TOP / "tests" / "repository" / "validate-bill.js", input=bill.decode())
 
 
 @pytest.mark.skipif(not IS_MADE_HERE, reason="reads the texts of Debian 12's packages")
-def test_gives_the_licences_of_what_is_linked_in_word_for_word():
+def test_quotes_the_licences_of_linked_code_word_for_word():
     documents = Path("/usr/share/doc")
     files = [
         documents / name / "copyright" for name in ("libz-mingw-w64-dev", "gcc-mingw-w64-base", "mingw-w64-common")
@@ -353,13 +355,13 @@ def test_gives_the_licences_of_what_is_linked_in_word_for_word():
         "The runtime of mingw-w64",
         "winpthreads, the threads of mingw-w64",
     ]
-    # No package of Debian's has the source of the demangler, which its notice is from.
+    # The demangler's notice comes from its source, which no Debian package contains.
     demangler = re.compile(r"^libiberty, .*?(?=^The runtime of mingw-w64)", re.DOTALL | re.MULTILINE)
     quoted = re.findall(r"^    .+\n(?:    .+\n)*", demangler.sub("", notices), re.MULTILINE)
     assert [words(q)[:40] for q in quoted if not q.startswith("    Copyright") and words(q) not in originals] == []
 
 
-def test_signs_the_executable_by_a_key_in_a_file_and_asks_for_its_password(sources, elsewhere, keys, tmp_path):
+def test_signs_the_executable_with_a_key_in_a_file_and_asks_for_its_password(sources, elsewhere, keys, tmp_path):
     person, terminal = os.openpty()
     os.write(person, b"secret\n")
 
@@ -370,7 +372,7 @@ def test_signs_the_executable_by_a_key_in_a_file_and_asks_for_its_password(sourc
     is_signed(run, f"Password of {keys}/release.p12: \n", sources, elsewhere, keys, tmp_path)
 
 
-def test_signs_the_executable_by_a_key_on_a_token(sources, elsewhere, keys, tmp_path):
+def test_signs_the_executable_with_a_key_on_a_token(sources, elsewhere, keys, tmp_path):
     run = package(sources, *ON_A_TOKEN, "--no-timestamp", "--output", tmp_path, password="secret", cwd=keys)
 
     is_signed(run, "", sources, elsewhere, keys, tmp_path)
@@ -391,7 +393,7 @@ def is_signed(run, opening: str, sources: Path, elsewhere: Path, keys: Path, fol
     assert verify(elsewhere, packed) == (f"Verified {of_whom}: commit {head_of(sources)}", 0)
 
 
-def test_has_the_time_of_the_signature_confirmed_on_demand(sources, keys, time_server, tmp_path):
+def test_time_stamps_the_signature_on_demand(sources, keys, time_server, tmp_path):
     options = ["--timestamp", time_server, "--output", tmp_path]
 
     run = package(sources, *IN_A_FILE, *options, password="secret", cwd=keys)
@@ -438,7 +440,7 @@ def test_makes_no_package_with_a_wrong_pin(sources, keys, tmp_path):
 
 
 @pytest.mark.parametrize("key", ["expired.p12", "without_issuer.p12"])
-def test_packs_no_signature_whose_certificate_is_not_good(sources, keys, tmp_path, key):
+def test_packs_no_signature_with_a_bad_certificate(sources, keys, tmp_path, key):
     options = ["--sign", key, "--no-timestamp", "--output", tmp_path / "signed"]
 
     run = package(sources, *options, password="secret", cwd=keys)
@@ -446,7 +448,7 @@ def test_packs_no_signature_whose_certificate_is_not_good(sources, keys, tmp_pat
     no_package_made(run, tmp_path / "signed", NOT_VERIFIED)
 
 
-def test_packs_no_signature_that_is_not_of_the_executable(sources, keys, tmp_path, monkeypatch):
+def test_packs_no_signature_that_does_not_match_the_executable(sources, keys, tmp_path, monkeypatch):
     signs_badly = tmp_path / "osslsigncode"
     signs_badly.write_text(
         f"""#!/bin/bash
@@ -463,7 +465,7 @@ def test_packs_no_signature_that_is_not_of_the_executable(sources, keys, tmp_pat
     no_package_made(run, tmp_path / "signed", NOT_VERIFIED)
 
 
-def test_does_not_sign_what_nobody_can_support(sources, keys, tmp_path):
+def test_does_not_sign_without_a_real_support_address(sources, keys, tmp_path):
     unsupported = clone(tmp_path / "clone", sources)
     commit_settings(unsupported, {NEXT_ADDRESS: "support@tessaraworks.example"})
 
@@ -497,14 +499,14 @@ def no_package_made(run: subprocess.CompletedProcess, output: Path, reason: str)
         (["--singn"], "there is no option '--singn'"),
     ],
 )
-def test_refuses_options_that_it_does_not_understand(sources, options, told):
+def test_refuses_unknown_incomplete_and_contradictory_options(sources, options, told):
     run = package(sources, *options)
 
     assert run.stderr.startswith(f"scripts/package: {told}\nUsage: scripts/package ")
     assert run.returncode == 2
 
 
-def test_makes_no_package_of_what_is_not_committed_and_tells_of_a_foreign_juce(tmp_path, monkeypatch):
+def test_makes_no_package_of_uncommitted_files_and_warns_of_a_foreign_juce(tmp_path, monkeypatch):
     changed = clone(tmp_path / "clone")
     (changed / "CMakeLists.txt").write_text("changed")
     (changed / "notes.txt").write_text("new")
@@ -518,7 +520,7 @@ def test_makes_no_package_of_what_is_not_committed_and_tells_of_a_foreign_juce(t
     assert not (changed / "dist").exists()
 
 
-def test_tells_how_it_is_used(sources):
+def test_prints_its_usage(sources):
     run = package(sources, "--help")
 
     assert run.stdout.startswith("Usage: scripts/package [--output FOLDER]\n")
@@ -546,7 +548,7 @@ def test_finds_a_changed_byte_under_a_signature(elsewhere, packed, keys, tmp_pat
     assert without_the_change == (told, 1)
 
 
-# What is said of a package, as an expression, and what was done to it.
+# The expected message, as a regular expression, and the change to the package that causes it.
 DIFFERENT = {
     "OrvexCleaner.exe, at byte 1002": lambda packed: change_file(packed, "OrvexCleaner.exe", at=0x3E9),
     "guide.txt, at byte 1002": lambda packed: change_file(packed, "guide.txt", at=0x3E9),
@@ -577,7 +579,7 @@ NOT_VERIFIABLE = {
 
 
 @pytest.mark.parametrize("told", DIFFERENT)
-def test_finds_what_is_not_of_the_commit(elsewhere, packed, told):
+def test_reports_any_difference_from_the_commit(elsewhere, packed, told):
     DIFFERENT[told](packed)
 
     said, exit_code = verify(elsewhere, packed)
@@ -587,7 +589,7 @@ def test_finds_what_is_not_of_the_commit(elsewhere, packed, told):
 
 
 @pytest.mark.parametrize("told", NOT_VERIFIABLE)
-def test_verifies_nothing_that_cannot_be_made_here(elsewhere, packed, told):
+def test_verifies_nothing_that_it_cannot_rebuild(elsewhere, packed, told):
     NOT_VERIFIABLE[told](packed)
 
     said, exit_code = verify(elsewhere, packed)
@@ -597,7 +599,7 @@ def test_verifies_nothing_that_cannot_be_made_here(elsewhere, packed, told):
 
 
 def changed(content: bytes, at: int) -> bytes:
-    """The content with another byte there."""
+    """The content with the byte at this offset changed."""
     return content[:at] + bytes([content[at] ^ 1]) + content[at + 1 :]
 
 
@@ -618,5 +620,5 @@ def change_record(packed: Path, recorded: str, forged: str):
 
 
 def words(text: str) -> str:
-    """The text without its layout: line ends, indentation, and the signs of comments and of empty lines."""
+    """The text without its layout: line ends, indentation, and the markers of comments and of empty lines."""
     return " ".join(word for word in text.split() if word not in {"//", "*", "/*", "*/", "."})

@@ -1,4 +1,4 @@
-"""What the README shows and names is what there is."""
+"""The README's sample run, picture, paths and table of folders match the repository."""
 
 import re
 import zlib
@@ -30,7 +30,7 @@ def test_the_sample_installation_is_cleaned_as_the_readme_shows(windows):
     assert run.exit_code == 0
 
 
-def test_the_picture_is_of_the_same_run():
+def test_the_picture_shows_the_same_run():
     _, _, packed = (TOP / "docs" / "run.png").read_bytes().partition(b"zTXtLog\0\0")
     log = STAMP.sub("[time]", zlib.decompressobj().decompress(packed).decode())
     logged_line = re.compile(r"^\[time\][^\r\n]+", re.MULTILINE)
@@ -38,7 +38,7 @@ def test_the_picture_is_of_the_same_run():
     assert logged_line.findall(log) == logged_line.findall(SAMPLE_RUN)
 
 
-def test_all_that_the_readme_and_contributing_name_is_there(tracked):
+def test_every_path_in_the_readme_and_contributing_exists(tracked):
     documents = README + (TOP / "CONTRIBUTING.md").read_text()
     folders = {file.rsplit("/", depth)[0] for file in tracked for depth in range(1, file.count("/") + 1)}
     named = re.findall(r"\]\((?!http)([^)]+)\)|`((?:src|tests|docs|scripts|benchmarks)/[\w./-]+)", documents)
@@ -46,7 +46,7 @@ def test_all_that_the_readme_and_contributing_name_is_there(tracked):
     assert {link or path for link, path in named} - set(tracked) - folders == {"src/products/NameCleaner.h"}
 
 
-def test_the_readme_leads_to_every_folder(tracked):
+def test_the_readme_lists_every_folder(tracked):
     folders = {file.split("/")[0] for file in tracked if "/" in file and not file.startswith(".")} - {"src"}
     folders |= {"/".join(file.split("/")[:2]) for file in tracked if file.startswith("src/")}
 

@@ -1,4 +1,4 @@
-"""The form of the source, as .clang-format, .clang-tidy, shellcheck, black and pyflakes demand it."""
+"""The source passes clang-format, clang-tidy, shellcheck, black, pyflakes and checks of our own."""
 
 import os
 import re
@@ -20,7 +20,7 @@ def findings(*command: str) -> str:
     return run.stdout if run.returncode else ""
 
 
-def test_every_source_has_the_layout():
+def test_clang_format_changes_nothing():
     assert findings("clang-format", "--dry-run", "--Werror", *tracked("*.cpp", "*.h", "*.c")) == ""
 
 
@@ -35,7 +35,7 @@ def test_shellcheck_finds_nothing():
     assert findings("shellcheck", "--external-sources", *scripts("#!/usr/bin/env bash")) == ""
 
 
-def test_every_python_source_has_the_layout():
+def test_black_changes_nothing():
     assert findings("black", "--quiet", "--diff", "--check", *python_sources()) == ""
 
 
@@ -83,7 +83,7 @@ def python_sources() -> list[str]:
 
 
 def scripts(first_line: str) -> list[str]:
-    """The files without an extension that start so."""
+    """The files without an extension that begin with this line."""
     return [file for file in tracked() if not Path(file).suffix and is_script(TOP / file, first_line)]
 
 

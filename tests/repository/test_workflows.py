@@ -1,4 +1,4 @@
-"""The workflows of GitHub, as actionlint reads them."""
+"""actionlint checks the GitHub workflows."""
 
 import json
 

@@ -1,4 +1,4 @@
-// Says whether the bill of materials on the standard input has the form of CycloneDX and licences of SPDX.
+// Validates the bill of materials on standard input as CycloneDX with SPDX licences. Prints "valid" or the error.
 
 const { Validation } = require("@cyclonedx/cyclonedx-library")
 const parseLicence = require("spdx-expression-parse")
