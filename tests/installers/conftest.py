@@ -11,13 +11,13 @@ from setups import copies_of_nsis, everything  # noqa: E402
 
 @pytest.fixture
 def windows(windows_is_up, tmp_path):
-    Windows.has_uninstall_entries = True  # which no test has registered, but a setup
+    Windows.has_uninstall_entries = True  # registered by setups, not by tests
     return cleaned(Windows, tmp_path)
 
 
 @pytest.fixture
 def inno_windows(tmp_path):
-    """A Windows for programs of 32 bits too, with a display, started anew for each test."""
+    """A Windows that also runs 32-bit programs, with a display, restarted for each test."""
     unavailable = InnoWindows.debian.with_suffix(".unavailable")
 
     if unavailable.exists():
@@ -28,7 +28,7 @@ def inno_windows(tmp_path):
 
 
 def cleaned(kind, scratch: Path):
-    """A machine that knows what is on its drive before any setup has run."""
+    """A machine that records the content of its drive before any setup has run."""
     machine = kind(scratch)
 
     for copy in copies_of_nsis(machine):

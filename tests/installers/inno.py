@@ -1,4 +1,4 @@
-"""The Windows that Inno Setup and its setups run on, which are programs of 32 bits."""
+"""The Windows for Inno Setup and its setups, which are 32-bit programs."""
 
 import subprocess
 from contextlib import contextmanager
@@ -8,7 +8,7 @@ from project import BUILD, SUPPORT
 
 
 class InnoWindows(Windows):
-    """A Windows for programs of 32 and 64 bits, with a display, in a Debian of its own."""
+    """A Windows for 32-bit and 64-bit programs, with a display, in a Debian of its own."""
 
     debian = BUILD / "inno-machine"
     prefix = debian / "windows"
@@ -19,7 +19,7 @@ class InnoWindows(Windows):
         super().clean()
         remove_all(self.c / "Program Files (x86)", keep=["Internet Explorer", "Windows Media Player", "Windows NT"])
 
-        # Its regedit would delete the entries for 32 bits alone.
+        # Its regedit would delete only the 32-bit entries.
         for action, bits in (("delete", 32), ("delete", 64), ("add", 64)):
             silently = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
             self.tool("reg", action, UNINSTALL_KEY, "/f", f"/reg:{bits}", **silently).wait()
@@ -41,7 +41,7 @@ class InnoWindows(Windows):
     @classmethod
     @contextmanager
     def started(cls):
-        """The same, with a display that nobody sees."""
+        """Keeps the Windows running meanwhile, with a virtual display."""
         server = cls.entered("Xvfb", "-displayfd", "1", "-nolisten", "tcp")
 
         with subprocess.Popen(server, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as display:

@@ -1,4 +1,4 @@
-"""Setups of the maker's products: built by the compiler of their family, and run as a user runs them."""
+"""Setups of the maker's products: built by the compiler of their family, and run as a user would run them."""
 
 import re
 import shutil
@@ -14,7 +14,7 @@ STUDIO_FILES = ["Orvex Studio/Orvex Studio.exe", "Orvex Studio/Licence.txt", "Co
 MANAGER_FILES = ["Orvex Product Manager/Orvex Product Manager.exe", "Orvex Product Manager/Licence.txt"]
 
 SOURCES = Path(__file__).resolve().parent / "setups"
-OK, YES = 1, 6  # the buttons of dialogs
+OK, YES = 1, 6  # the IDs of dialog buttons
 
 
 def install_by_nsis(windows, name: str, *files: str, options: tuple[str, ...] = ()) -> None:
@@ -32,7 +32,7 @@ def makensis(script: Path, *options: str) -> None:
 
 
 def install_by_msi(windows, *files: str) -> None:
-    """Installs the product manager's package, which has these files for Program Files."""
+    """Installs the product manager's package with these files below Program Files."""
     source = windows.scratch / "files"
     put(source, *files)
     shutil.copy(SOURCES / "manager.wxs", source)
@@ -69,14 +69,14 @@ def press(windows, title: str, button: int) -> None:
 
 
 def clean_again(windows, product) -> Run:
-    """Runs the program without the traces of the run before."""
+    """Runs the program after removing the traces of the previous run."""
     windows.close_explorers()
     windows.log_file.unlink()
     return clean(windows, product)
 
 
 def wait_for_the_end_of_all(windows) -> None:
-    """Waits until nothing is running any more but Windows' own programs."""
+    """Waits until only Windows' own programs are running."""
 
     def ended() -> bool:
         return all(line[0].startswith("C:\\windows\\") for line in windows.programs().values())
@@ -85,26 +85,26 @@ def wait_for_the_end_of_all(windows) -> None:
 
 
 def copies_of_nsis(windows) -> list[Path]:
-    """The copies of themselves that uninstallers have started, which stay until Windows is started again."""
+    """The copies of themselves that uninstallers have started. They stay until Windows restarts."""
     return list(windows.home.rglob("~nsu*.tmp/*.exe"))
 
 
 def everything(windows) -> set[Path]:
-    """All that is on the drive, but for Windows' own and temporary files and the desktop."""
+    """Everything on the drive except Windows' own files, temporary files and the desktop."""
     others = [windows.c / "windows", windows.home / "AppData" / "Local", windows.home / "Temp", windows.desktop]
     others += windows.kept_by_system
     return {path for path in windows.c.rglob("*") if not any(path.is_relative_to(other) for other in others)}
 
 
 def left(windows) -> list[str]:
-    """What is on the drive that was not there before the setups: files, and folders without anything in them."""
+    """The files and the empty folders on the drive that were not there before the setups."""
     paths = everything(windows)
     parents = {path.parent for path in paths}
     return sorted(windows.shown(path) for path in paths - windows.clean_drive - parents)
 
 
 def listed_programs(windows, bits: int = 64) -> dict[str, str]:
-    """The uninstallers in one of the two lists of installed programs, by the programs' names."""
+    """The uninstall commands in one of the two lists of installed programs, by program name."""
     query = windows.tool("reg", "query", UNINSTALL_KEY, "/s", f"/reg:{bits}", stdout=subprocess.PIPE, text=True)
     entries = query.communicate()[0].split("HKEY_LOCAL_MACHINE\\")[1:]
     values = (dict(re.findall(r"^ {4}(\w+) {4}REG\w+ {4}(.*)$", entry, re.MULTILINE)) for entry in entries)
@@ -112,11 +112,11 @@ def listed_programs(windows, bits: int = 64) -> dict[str, str]:
 
 
 def outcomes(machine, product, start: str, contested: list[str], rest: str = "") -> list[Run]:
-    """All that a run may be in which the uninstallers of these folders are still at work."""
+    """The possible outcomes of a run while the uninstallers of these folders are still working."""
     ways = (
         folder_deleted,
         lambda _: "",  # the uninstaller was faster
-        file_deleted,  # it was faster between two looks
+        file_deleted,  # it was faster between two checks
         folder_not_deleted,  # it removed something in the folder first
     )
     choices = each_with_each(*([way(folder) for way in ways] for folder in contested))

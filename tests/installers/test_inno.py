@@ -1,4 +1,4 @@
-"""Setups of Inno Setup, whose uninstallers know /SILENT and end through a copy that is the last to go."""
+"""Setups of Inno Setup. Their uninstallers know /SILENT, and work through a copy that ends last."""
 
 import time
 
@@ -28,7 +28,7 @@ def windows(inno_windows):
     return inno_windows
 
 
-def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows):
+def test_both_uninstallers_of_the_studio_run_and_their_remains_are_removed(windows):
     install_by_inno(windows, "Orvex", "2.4.1", "Orvex/Orvex.exe", "Orvex/Licence.txt")
     install_by_inno(windows, "Orvex Studio", "5.0", *STUDIO_FILES)
     assert listed_programs(windows) == {
@@ -48,7 +48,7 @@ def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows)
     assert run in outcomes(windows, ORVEX_STUDIO, exited(0, 0), contested, rest)
     assert listed_programs(windows) == {}
 
-    clean_again(windows, ORVEX_STUDIO)  # for the case that both were at it
+    clean_again(windows, ORVEX_STUDIO)  # in case both deleted the same folder
     assert left(windows) == ["C:\\Program Files\\Common Files\\VST3\\Another Maker.vst3"]
 
     run = clean_again(windows, ORVEX_STUDIO)
@@ -57,7 +57,7 @@ def test_both_of_the_studio_s_uninstallers_run_and_what_they_leave_goes(windows)
 
 
 def run_in_vain(windows, product) -> None:
-    """Runs the program on a product whose uninstaller takes too long, so that all of it stays."""
+    """Runs the program on a product whose uninstaller takes too long, so that the product stays."""
     everything = left(windows)
     uninstallers = listed_programs(windows)
 
@@ -71,7 +71,7 @@ def run_in_vain(windows, product) -> None:
     assert listed_programs(windows) == uninstallers
 
 
-def test_an_uninstaller_that_asks_is_given_20_seconds_and_the_next_run_removes_what_it_leaves(windows):
+def test_an_uninstaller_that_asks_gets_20_seconds_and_the_next_run_removes_its_remains(windows):
     install_by_inno(windows, "Orvex Studio", "5.0", *STUDIO_FILES, options=("/DQuestion=Remove it?",))
     put(windows.user_data, "Orvex/recent.xml")
 
@@ -87,7 +87,7 @@ def test_an_uninstaller_that_asks_is_given_20_seconds_and_the_next_run_removes_w
     assert listed_programs(windows) == {}
 
 
-def test_an_uninstaller_whose_application_is_running_waits_and_goes_on_once_that_was_closed(windows):
+def test_an_uninstaller_waits_while_its_application_runs_and_continues_after_it_ends(windows):
     install_by_inno(windows, "Orvex Product Manager", "2.0", *MANAGER_FILES, options=("/DMutex=OrvexProductManager",))
     put(windows.shared_data, "TessaraWorks/OrvexProductManager/partial.bin")
 
@@ -104,7 +104,7 @@ def test_an_uninstaller_whose_application_is_running_waits_and_goes_on_once_that
     assert listed_programs(windows) == {}
 
 
-def test_an_installation_for_32_bits_is_not_found_and_what_lies_in_the_64_bit_folders_goes(windows):
+def test_a_32_bit_installation_is_not_found_and_the_64_bit_folders_are_cleaned(windows):
     install_by_inno(windows, "Orvex Studio", "3.2", *STUDIO_FILES, options=("/DOld",))
     installed = left(windows)
     put(windows.program_files, "Common Files/VST3/Orvex.vst3/Orvex.vst3")

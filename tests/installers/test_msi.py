@@ -1,4 +1,4 @@
-"""Packages of Windows' own installer, whose command in the list of programs names no program as a whole."""
+"""Windows Installer packages. Their uninstall command is not the path of a program."""
 
 import re
 
@@ -12,7 +12,7 @@ PROGRAM = "C:\\Program Files\\Orvex Product Manager\\Orvex Product Manager.exe"
 SETTINGS = "C:\\Program Files\\Orvex Product Manager\\settings.json"
 
 
-def test_a_package_is_left_alone_and_what_it_leaves_goes_after_it_was_uninstalled_by_hand(windows):
+def test_a_package_stays_until_uninstalled_by_hand_and_then_its_remains_are_removed(windows):
     install_by_msi(windows, "Orvex Product Manager/Orvex Product Manager.exe")
     put(windows.program_files, "Orvex Product Manager/settings.json")
     put(windows.user_data, "OrvexProductManager/account.json")

@@ -1,4 +1,4 @@
-"""Setups of NSIS, whose uninstallers know nothing of /SILENT and work through a copy that nobody waits for."""
+"""Setups of NSIS. Their uninstallers ignore /SILENT, and work through a copy that nothing waits for."""
 
 from machines import put
 from products import ORVEX_STUDIO, PRODUCT_MANAGER
@@ -47,7 +47,7 @@ def test_an_uninstaller_that_asks_returns_at_once_and_its_entry_stops_every_furt
     assert listed_programs(windows) == ENTRY
 
 
-def test_an_uninstaller_that_asks_removes_its_entry_when_it_is_answered_after_its_folder_has_gone(inno_windows):
+def test_an_uninstaller_that_asks_removes_its_entry_when_answered_after_its_folder_is_gone(inno_windows):
     windows = inno_windows  # which has a display
     install_by_nsis(windows, "Orvex Studio 5", *STUDIO_FILES)
 
@@ -64,7 +64,7 @@ def test_an_uninstaller_that_asks_removes_its_entry_when_it_is_answered_after_it
     assert listed_programs(windows) == {}
 
 
-def test_an_uninstaller_that_is_silent_by_itself_removes_its_entry_after_the_program_has_gone_on(windows):
+def test_an_uninstaller_that_is_always_silent_removes_its_entry_after_the_program_went_on(windows):
     install_by_nsis(windows, "Orvex version 2.4.1", "Orvex/bridge.exe", "Orvex/Licence.txt", options=("-DSILENT",))
 
     run = clean(windows, ORVEX_STUDIO)
@@ -77,7 +77,7 @@ def test_an_uninstaller_that_is_silent_by_itself_removes_its_entry_after_the_pro
     assert left(windows) == []
 
 
-def test_an_uninstaller_that_waits_for_the_real_one_leaves_only_what_it_did_not_install(windows):
+def test_an_uninstaller_that_waits_for_the_real_one_leaves_the_rest_to_the_program(windows):
     makensis(SOURCES / "waiting.nsi", f"-DPROGRAM={windows.scratch}/waiting.exe")
     waiting = (f"-DWAITING={windows.scratch}/waiting.exe",)
     install_by_nsis(windows, "Orvex Product Manager", *MANAGER_FILES, options=waiting)

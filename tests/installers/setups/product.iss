@@ -2,9 +2,9 @@
 ;
 ;   ISCC /Q /DName=NAME /DVersion=VERSION /DFolder=NAME /DFiles=FOLDER /OFOLDER /FNAME [/DMutex=NAME] [/DQuestion=TEXT] [/DOld] product.iss
 ;
-; Files has what goes to Program Files, with the product's own folder in it. The uninstaller removes all
-; that was installed. It knows /SILENT, which does not answer what its maker's code asks, and does not
-; keep it from telling that the application, which holds Mutex, is running. Old is one for 32 bits.
+; Files is the content for Program Files, including the product's own folder. The uninstaller removes
+; everything that was installed. It knows /SILENT, which neither answers Question nor suppresses the message
+; that the application, which holds Mutex, is running. Old makes a 32-bit setup.
 
 [Setup]
 AppName={#Name}

@@ -2,9 +2,9 @@
 ;
 ;   makensis -DNAME=NAME -DFOLDER=NAME -DFILES=FOLDER -DSETUP=FILE [-DSILENT | -DWAITING=FILE] product.nsi
 ;
-; FILES has what goes to Program Files, with the product's own FOLDER in it. The uninstaller removes the
+; FILES is the content for Program Files, including the product's own FOLDER. The uninstaller removes the
 ; programs in that folder and the entry in the list of programs. It does not know /SILENT, which is /S
-; here; with SILENT it is silent by itself. WAITING is the program that is registered in its place, see
+; here; with SILENT it is always silent. WAITING is a program that is registered in its place, see
 ; waiting.nsi.
 Unicode true
 Target amd64-unicode

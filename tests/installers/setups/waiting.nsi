@@ -1,9 +1,9 @@
-; What a maker registers who wants to be waited for:
+; An uninstaller that waits until the real one ends:
 ;
 ;   makensis -DPROGRAM=FILE waiting.nsi
 ;
-; It runs the uninstaller beside it in silence. "_?=" has that work in its place, without a copy of itself
-; that goes on alone.
+; It runs the uninstaller beside it silently. "_?=" makes that one work in place, without starting a copy of
+; itself.
 Unicode true
 Target amd64-unicode
 Name "Uninstaller"
