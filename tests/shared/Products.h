@@ -20,7 +20,7 @@ struct Product
     const char* question;
     void (*driver) (TessaraWorks::CleanResult&);
 
-    /** Returns all that the cleaner lists, in the order of deletion. */
+    /** Returns every path that the cleaner lists, in the order of deletion. */
     juce::Array<juce::File> getPaths() const
     {
         struct Opened : Cleaner
@@ -60,5 +60,5 @@ void forEachProduct (Function function)
     std::apply ([&] (const auto&... product) { (function (product), ...); }, allProducts);
 }
 
-/** What --clean takes, in the order in which the program names it. */
+/** The values of --clean, in the order in which the program lists them. */
 constexpr const char* targetNames[] = { "OrvexStudio", "ProductManager", "VelantoneMediaServer", "Content", "All" };

@@ -1,4 +1,4 @@
-"""npm's packages, which scripts/support/npm-packages has installed before the tests run."""
+"""The npm packages, which scripts/support/npm-packages installs before the tests run."""
 
 import os
 
@@ -15,5 +15,5 @@ needs_npm = pytest.mark.skipif(
 
 
 def output_of_node(*arguments, **options) -> str:
-    """What Node.js prints, which finds the packages and has to succeed."""
+    """Returns the output of Node.js, which finds the packages and must succeed."""
     return output_of("node", *arguments, env=os.environ | {"NODE_PATH": str(NPM / "node_modules")}, **options)

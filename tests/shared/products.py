@@ -1,4 +1,4 @@
-"""What belongs to each product, as the tests know it."""
+"""The paths, questions and uninstallers of each product, as the tests know them."""
 
 from collections.abc import Collection
 from dataclasses import dataclass
@@ -11,11 +11,11 @@ class Product:
     target: str | None  # the value of --clean; None if only the sequence over all products offers it
     first_line: str
     question: str
-    table: list[tuple[str, str]]  # a machine's location and what lies below it, in the order of deletion
-    lookups: tuple[tuple[str, str], ...] = ()  # of uninstallers: a part of the entry's name, and the advised name
+    table: list[tuple[str, str]]  # a machine's location and a path below it, in the order of deletion
+    lookups: tuple[tuple[str, str], ...] = ()  # of uninstallers: a part of the entry's name, and the name in the advice
 
     def paths(self, machine, missing: Collection[str] = ()) -> list[Path]:
-        """The listed paths. Those below a missing location lie in the root of the drive."""
+        """The listed paths. Those below a missing location are in the root of the drive."""
         return [(machine.c if base in missing else getattr(machine, base)) / child for base, child in self.table]
 
 
@@ -97,5 +97,5 @@ COMPANY = Product(
 # In the order in which all products are offered.
 PRODUCTS = [ORVEX_STUDIO, CONTENT, MEDIA_SERVER, PRODUCT_MANAGER, COMPANY]
 
-# What --clean takes, in the order in which the program names it.
+# The values of --clean, in the order in which the program lists them.
 TARGETS = [product.target for product in (ORVEX_STUDIO, PRODUCT_MANAGER, MEDIA_SERVER, CONTENT)] + ["All"]

@@ -1,4 +1,4 @@
-"""Where the project's files are, and what its commands print."""
+"""The project's folders, and the output of commands."""
 
 import subprocess
 from pathlib import Path
@@ -9,5 +9,5 @@ SUPPORT = TOP / "scripts" / "support"
 
 
 def output_of(*command: str | Path, **options) -> str:
-    """What a command prints, which has to succeed."""
+    """Returns the output of a command, which must succeed."""
     return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, **options).stdout

@@ -1,4 +1,4 @@
-"""What CMakeLists.txt says of the release."""
+"""The release's values in CMakeLists.txt."""
 
 import re
 from pathlib import Path
@@ -7,7 +7,7 @@ from project import TOP
 
 
 def value_of(pattern: str) -> str:
-    """What stands there once, in the group of this pattern of a line."""
+    """Returns the group of this pattern, which must match exactly one line."""
     (value,) = re.findall(rf"^ *{pattern}$", (TOP / "CMakeLists.txt").read_text(), re.MULTILINE)
     return value
 
@@ -16,5 +16,5 @@ VERSION = value_of(r"VERSION ([\d.]+)")
 BUILD_TAG = value_of(r'set \(ORVEX_CLEANER_BUILD_TAG "(.+)"\)')
 SUPPORT_ADDRESS = value_of(r'set \(ORVEX_CLEANER_SUPPORT_ADDRESS "(.+)"\)')
 
-# A package is made with its tools. Those of other systems give the program other bytes.
+# Packages are made with Debian 12's tools. Other tools produce other bytes.
 IS_MADE_HERE = 'VERSION_ID="12"' in Path("/etc/os-release").read_text()

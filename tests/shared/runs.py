@@ -1,4 +1,4 @@
-"""What a run of the program leaves behind, to be compared as a whole."""
+"""The outcome of a run of the program, to be compared as a whole."""
 
 from dataclasses import dataclass, replace
 
@@ -8,10 +8,10 @@ from texts import BANNER, FAILURE, LOG_BANNER, ending, without_prompts
 
 @dataclass
 class Run:
-    """What a run of the program left behind.
+    """The outcome of a run of the program.
 
-    The texts have "\\n" for the line ends that the machine demands, "[time]" for each well-formed time
-    stamp, and "<when>" for the well-formed time of a log file's banner.
+    The strings have "\\n" for the machine's line ends, "[time]" for each well-formed time stamp, and
+    "<when>" for the well-formed time of a log file's banner.
     """
 
     console: str
@@ -22,7 +22,7 @@ class Run:
 
 
 def succeeded(machine, transcript: str, **others) -> Run:
-    """A session without a failure, which writes this transcript, but for what others say."""
+    """A session without a failure that writes this transcript. Others replace single fields."""
     run = Run(
         console=BANNER + transcript + ending(machine.shown(machine.log_file)),
         errors="",
@@ -34,7 +34,7 @@ def succeeded(machine, transcript: str, **others) -> Run:
 
 
 def failed(transcript: str, **others) -> Run:
-    """A session with a failure, which writes this transcript, but for what others say."""
+    """A session with a failure that writes this transcript. Others replace single fields."""
     run = Run(
         console=BANNER + transcript,
         errors=FAILURE,
@@ -46,17 +46,17 @@ def failed(transcript: str, **others) -> Run:
 
 
 def refused(errors: str) -> Run:
-    """A run that does nothing but to say why."""
+    """A run that only reports why it does nothing."""
     return Run(console="", errors=errors, exit_code=1, log=None, revealed=[])
 
 
 def printed(text: str) -> Run:
-    """A run that does nothing but to print a text."""
+    """A run that only prints a text."""
     return Run(console=text, errors="", exit_code=0, log=None, revealed=[])
 
 
 def clean(machine, product) -> Run:
-    """Runs the program on the one product, and declines all others where only all are offered together."""
+    """Runs the program on one product. One without a target is offered after all others, which are declined."""
     if product.target:
         return machine.run(f"--clean={product.target}", answers="y\n\n")
 

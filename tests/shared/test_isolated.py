@@ -1,4 +1,4 @@
-"""The machine that tests/shared/isolated makes: nothing on it is the host's, in whichever way it is made."""
+"""The machine that tests/shared/isolated makes: nothing on it is the host's, whichever way it is made."""
 
 import os
 import subprocess
@@ -20,7 +20,7 @@ def isolated(request):
     """The command that makes a machine in each way."""
     if request.param == "namespaces":
         if way_of_isolation() != "namespaces":
-            pytest.skip("the kernel gives no new namespaces")
+            pytest.skip("the kernel allows no new namespaces")
 
         return [str(ISOLATED)]
 
@@ -37,7 +37,7 @@ def in_shell(isolated, tmp_path, script: str, *options) -> subprocess.CompletedP
     return run(*isolated, tmp_path / "machine", *options, "--", "/bin/sh", "-c", script)
 
 
-def test_has_nothing_of_the_host_but_what_it_was_given(isolated, tmp_path):
+def test_has_only_the_given_files_of_the_host(isolated, tmp_path):
     (tmp_path / "hosts").write_text("the host's")
 
     done = in_shell(isolated, tmp_path, f"cd / && echo * && pwd && < {tmp_path}/hosts")
@@ -65,7 +65,7 @@ export UBSAN_OPTIONS='print_stacktrace=1'
 
 
 @pytest.mark.parametrize("user", ["0", "1000"])
-def test_gives_no_right_and_no_way_to_get_one(isolated, tmp_path, user):
+def test_gives_no_capability_and_no_way_to_get_one(isolated, tmp_path, user):
     capsh = ["--file", "/usr/sbin/capsh", "/bin/capsh", "--user", user]
 
     done = in_shell(isolated, tmp_path, f"/bin/capsh --current --has-no-new-privs --is-uid={user}", *capsh)
@@ -98,7 +98,7 @@ def test_can_neither_delete_nor_change_a_file_of_the_host(isolated, tmp_path, or
     assert again.stdout == "the host's\n"
 
 
-def test_says_in_one_sentence_that_a_machine_allows_neither_way(root_of_container, tmp_path):
+def test_reports_a_machine_that_allows_neither_way(root_of_container, tmp_path):
     without_rights = ["setpriv", "--bounding-set", "-all"]
 
     done = run(AS_IN_CONTAINER, *without_rights, ISOLATED, tmp_path / "machine", "--", "/bin/sh", "-c", "echo ran")

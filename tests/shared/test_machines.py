@@ -1,4 +1,4 @@
-"""What the tests' own Windows does when Wine lets it down, and when it does not."""
+"""The tests' own Windows voids a run, and repeats a step, only after a defect of Wine."""
 
 import subprocess
 
@@ -9,7 +9,7 @@ from machines import VoidRun
 DEATH = "Inconsistency detected by ld.so: dl-fini.c: 87: _dl_fini: Assertion `ns != LM_ID_BASE || i == nloaded' failed!"
 
 
-def test_a_run_is_void_if_a_process_of_wine_died_while_it_ended(windows):
+def test_a_run_is_void_if_a_wine_process_died_while_ending(windows):
     (windows.scratch / "console").touch()
     (windows.scratch / "errors").write_text(f"{DEATH}\n")
 
@@ -17,7 +17,7 @@ def test_a_run_is_void_if_a_process_of_wine_died_while_it_ended(windows):
         windows.outcome(subprocess.Popen(["true"]))
 
 
-def test_a_run_counts_whatever_else_wine_says_and_that_is_shown(windows, capfd):
+def test_a_run_counts_despite_any_other_message_of_wine_which_is_shown(windows, capfd):
     (windows.scratch / "console").touch()
     (windows.scratch / "errors").write_bytes(b"00e8:err:systray:initialize_systray Could not\nof the program\r\n")
 
@@ -28,7 +28,7 @@ def test_a_run_counts_whatever_else_wine_says_and_that_is_shown(windows, capfd):
 
 
 @pytest.mark.parametrize(("said", "attempts"), [(DEATH, 3), ("any other failure", 1)], ids=["death", "failure"])
-def test_a_step_is_carried_out_again_only_after_such_a_death_and_at_most_twice(windows, tmp_path, said, attempts):
+def test_a_step_is_repeated_only_after_such_a_death_and_at_most_twice(windows, tmp_path, said, attempts):
     with pytest.raises(AssertionError):
         windows.carry_out("sh", "-c", 'echo >> "$0"; echo "$1" >&2; exit 1', str(tmp_path / "attempts"), said)
 

@@ -1,4 +1,4 @@
-"""What many runs write alike."""
+"""The output that many runs have in common."""
 
 from products import CONTENT, PRODUCTS
 from release import SUPPORT_ADDRESS
@@ -57,7 +57,7 @@ def question(product) -> str:
 
 
 def opening(product) -> str:
-    """All up to the answer. What only the sequence over all products offers comes last there, behind a no to each other."""
+    """The output up to the answer. A product without a target is offered last, after a no to each other product."""
     if product.target:
         return f"[time][Info] {product.first_line}\n" + question(product)
 
@@ -65,17 +65,17 @@ def opening(product) -> str:
 
 
 def over_all(outcomes: dict) -> str:
-    """A run over all products with these outcomes. What has none is declined."""
+    """A run over all products with these outcomes. A product without one is declined."""
     return ALL_PRODUCTS + "".join(question(product) + outcomes.get(product, CANCELLED) for product in PRODUCTS)
 
 
 ALL_DECLINED = over_all({})
 
-QUESTION = opening(CONTENT)  # which most tests are about, since it has one folder
+QUESTION = opening(CONTENT)  # of the product in most tests, since it has one folder
 
 
 def cleaned(product, steps: str) -> str:
-    """A run that takes these steps, with what they sum up to."""
+    """A run with these steps, followed by their totals."""
     folders = steps.count("Directory deleted:")
     files = steps.count("File deleted:")
 
@@ -96,12 +96,12 @@ def cleaned(product, steps: str) -> str:
 
 
 def removed(product, *folders: str, after: str = "") -> str:
-    """A run that finds and deletes these folders, after what it says of the uninstallers."""
+    """A run that finds and deletes these folders, after its output about the uninstallers."""
     return cleaned(product, after + "".join(map(folder_deleted, folders)))
 
 
 def not_removed(product, folder: str) -> str:
-    """A run that finds this folder, and cannot delete it."""
+    """A run that finds this folder and cannot delete it."""
     return cleaned(product, folder_not_deleted(folder))
 
 
@@ -111,7 +111,7 @@ def removed_as_files(product, *files: str) -> str:
 
 
 def aborted(product, steps: str) -> str:
-    """A run that ends with what it says of the uninstallers."""
+    """A run that ends after its output about the uninstallers."""
     return f"""\
 [time][Info] Cleaning: {product.name}
 {steps}\
@@ -148,7 +148,7 @@ def file_not_deleted(file: str) -> str:
 
 
 def exited(*exit_codes: int) -> str:
-    """What is said of uninstallers that came to their end."""
+    """The output about uninstallers that ended."""
     return "".join(f"[time][Info] Uninstaller exit code: {exit_code}\n" for exit_code in exit_codes)
 
 
@@ -162,12 +162,12 @@ Press enter to exit
 
 
 def without_prompts(transcript: str) -> str:
-    """The transcript of the console as the log has it."""
+    """The console's transcript as the log has it."""
     return transcript.replace("Y/n? ", "")
 
 
 def advice(name: str, uninstaller: str | None = None) -> str:
-    """What to do about an uninstaller that did not run. It is named if it is a file."""
+    """The advice about an uninstaller that did not run, with its path if that is a file."""
     directly = f"[time][Info] You can also run the uninstaller directly: {uninstaller}\n" if uninstaller else ""
     return f"""\
 [time][Info] Existing {name} software installation detected.
