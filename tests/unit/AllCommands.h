@@ -2,8 +2,8 @@
 
 #include "app/Commands.h"
 
-/** Fills the program's list of commands as its main function does. That main really does so is for
-    the tests of the whole program to show: the texts that help and version print are not these.
+/** Adds the program's commands in the order of its main function, with other strings for help and
+    version. The tests of the whole program show that the main function adds them.
 */
 inline void addAllCommands()
 {

@@ -25,7 +25,7 @@ static Names namesOfAllProducts()
 class CleanAll : public DisposableMachine
 {
 protected:
-    /** Makes each path that is listed as a folder. */
+    /** Makes a folder at each listed path. */
     void makeAllProducts()
     {
         forEachProduct (
@@ -36,7 +36,7 @@ protected:
             });
     }
 
-    /** Offers all products with a yes for the accepted ones, and returns what the total has become. */
+    /** Offers all products, answers yes for the accepted ones only, and returns the new total. */
     static CleanResult run (const Names& accepted, CleanResult total = {})
     {
         std::string answers, prompts;
@@ -112,7 +112,7 @@ TEST_F (CleanAll, AsksEachQuestionRightBeforeItsRunAndCarriesOnAfterAFailure)
     EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
 }
 
-TEST_F (CleanAll, FailsWithAnyOneOfItsSteps)
+TEST_F (CleanAll, FailsWhenAnyStepFails)
 {
     forEachProduct (
         [&] (const auto& product)
@@ -126,7 +126,7 @@ TEST_F (CleanAll, FailsWithAnyOneOfItsSteps)
         });
 }
 
-TEST_F (CleanAll, CountsWhatAFailedStepRemoved)
+TEST_F (CleanAll, CountsTheRemovalsOfAFailedStep)
 {
     makeUndeletableFolder (userData.getChildFile ("Orvex"));
     makeFolder (programFiles.getChildFile ("Orvex"));
@@ -143,12 +143,12 @@ TEST_F (CleanAll, CountsAFileOfTheOtherProductsOnce)
     EXPECT_EQ (run ({ "Tessara Works Global Directories" }), (CleanResult { true, 0, 1 }));
 }
 
-TEST_F (CleanAll, DoesNotTakeAnEarlierFailureBack)
+TEST_F (CleanAll, KeepsAnEarlierFailure)
 {
     EXPECT_EQ (run (namesOfAllProducts(), { false, 0, 0 }), (CleanResult { false, 0, 0 }));
 }
 
-TEST_F (CleanAll, HasOneCleanerAtATimeFromItsYesToTheEndOfItsRun)
+TEST_F (CleanAll, KeepsEachCleanerOnlyFromItsYesToTheEndOfItsRun)
 {
     std::string answers;
     std::vector<int> paths;
@@ -178,7 +178,7 @@ TEST_F (CleanAll, HasOneCleanerAtATimeFromItsYesToTheEndOfItsRun)
     EXPECT_EQ (textsAtQuestions, std::vector<int> (paths.size(), none));
 
     for (auto& texts : textsInRuns)
-        texts -= none + 2; // the product's name and the line
+        texts -= none + 2; // the product's name and the logged line
 
     EXPECT_EQ (textsInRuns, paths);
 }

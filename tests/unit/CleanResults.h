@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-// What comparing whole results in a test takes.
+// Lets a test compare and print whole results.
 
 namespace TessaraWorks
 {

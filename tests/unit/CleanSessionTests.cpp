@@ -27,7 +27,7 @@ protected:
     Console console { "y\n\n" };
 };
 
-TEST_F (CleanCommand, LogsARunThatWentWellAndShowsItsEndingBeforeItWaits)
+TEST_F (CleanCommand, LogsASuccessfulRunAndShowsItsEndingBeforeItWaits)
 {
     makeFolder (content);
     Lines seenWhenItReads;
@@ -51,7 +51,7 @@ TEST_F (CleanCommand, LogsARunThatWentWellAndShowsItsEndingBeforeItWaits)
     EXPECT_FALSE (content.exists());
 }
 
-TEST_F (CleanCommand, OpensTheLogFileBehindTheBannerAndThenRaisesTheLevelBeforeTheFirstLine)
+TEST_F (CleanCommand, OpensTheLogFileAfterTheBannerAndRaisesTheLevelBeforeTheFirstLine)
 {
     Lines shown;
     std::vector<LogLevel> levels;
@@ -67,7 +67,7 @@ TEST_F (CleanCommand, OpensTheLogFileBehindTheBannerAndThenRaisesTheLevelBeforeT
     EXPECT_EQ (levels, (std::vector<LogLevel> { Debug, Info, Info, Info, Info, Info, Info, Info }));
 }
 
-TEST_F (CleanCommand, LeavesTheLevelOfALoggerAloneThatHasGoneWhileOpeningTheLogFile)
+TEST_F (CleanCommand, LeavesTheLevelOfALoggerThatIsClearedWhileTheLogFileOpens)
 {
     logger.onLine = [] (const std::string&) { getLogger() = nullptr; };
 
@@ -91,11 +91,11 @@ TEST_F (CleanCommand, FailsWithoutWaitingForTheUser)
     };
     EXPECT_EQ (juce::ConsoleApplication::invokeCatchingFailures (runAndSucceed), 1);
 
-    EXPECT_EQ (reads, 1); // of the answer
+    EXPECT_EQ (reads, 1); // the answer only
     EXPECT_EQ (console.output(), banner + "Y/n? ");
 }
 
-TEST_F (CleanCommand, GoesOnWithoutALoggerAndThenMakesNoLogFile)
+TEST_F (CleanCommand, WorksWithoutALoggerAndThenMakesNoLogFile)
 {
     makeFolder (content);
     logFile.deleteFile();

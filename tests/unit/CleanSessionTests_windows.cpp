@@ -12,7 +12,7 @@ static Lines events;
 
 using CleanSessionAtItsEnd = DisposableMachine;
 
-TEST_F (CleanSessionAtItsEnd, PreparesTheShellBetweenTheWaitAndTheShowingOfTheLogFileAndIgnoresAFailure)
+TEST_F (CleanSessionAtItsEnd, PreparesTheShellBetweenTheWaitAndTheLogFileAndIgnoresAFailure)
 {
     makeFile (juce::File::getSpecialLocation (juce::File::userDesktopDirectory).getChildFile ("OrvexCleaner.log"));
     const RecordingLogger logger;

@@ -10,15 +10,15 @@
 #include <algorithm>
 #include <filesystem>
 
-/** All that comes of a run of a cleaner. */
+/** The whole outcome of a cleaner's run. */
 struct Outcome
 {
     TessaraWorks::CleanResult result;
 
-    /** What was logged. */
+    /** The logged lines. */
     Lines lines;
 
-    /** The files, the links and the empty folders that are left of what the test has made, in their order. */
+    /** The relative paths of the files, links and empty folders that remain, sorted. */
     Lines left;
 };
 
@@ -40,7 +40,7 @@ inline std::ostream& operator<< (std::ostream& out, const Outcome& outcome)
     return out;
 }
 
-/** A run that went well: what it logs between its name and its totals, and what it leaves. */
+/** A successful run, with the lines between its name and its totals, and the remaining paths. */
 inline Outcome succeeded (int directories, int files, Lines lines, Lines left = {})
 {
     lines.insert (lines.begin(), "Info: Cleaning: Product");
@@ -50,7 +50,7 @@ inline Outcome succeeded (int directories, int files, Lines lines, Lines left = 
     return { { true, directories, files }, lines, left };
 }
 
-/** A run that failed after it has removed something. */
+/** A run that failed after it removed a listed entry. */
 inline Outcome failedPartially (int directories, int files, const Lines& lines, const Lines& left)
 {
     auto outcome = succeeded (directories, files, lines, left);
@@ -59,7 +59,7 @@ inline Outcome failedPartially (int directories, int files, const Lines& lines, 
     return outcome;
 }
 
-/** A run that failed and has removed nothing that was listed. */
+/** A run that failed and removed no listed entry. */
 inline Outcome failed (const Lines& lines, const Lines& left)
 {
     auto outcome = failedPartially (0, 0, lines, left);
@@ -67,7 +67,7 @@ inline Outcome failed (const Lines& lines, const Lines& left)
     return outcome;
 }
 
-/** A test of a cleaner that lists paths of a new folder. */
+/** A test of a cleaner whose paths are in a temporary folder. */
 class Cleaner : public testing::Test
 {
 protected:
@@ -89,7 +89,7 @@ protected:
         return { result, logger.lines, left() };
     }
 
-    /** Returns the full path of something in the folder. */
+    /** Returns the full path of an entry of the folder. */
     std::string path (const juce::String& relativePath) const { return pathOf (folder.getChildFile (relativePath)); }
 
     Lines left() const

@@ -4,7 +4,7 @@
 
 using namespace TessaraWorks;
 
-TEST (Commands, StandInTheirOrderWithTheirTexts)
+TEST (Commands, HaveTheirOrderAndTexts)
 {
     addAllCommands();
     juce::StringArray texts;
@@ -37,7 +37,7 @@ TEST (Commands, StandInTheirOrderWithTheirTexts)
                                     "Cleans out the target product from the local system for the current user." }));
 }
 
-TEST (CleanAllCommand, GivesItsOwnCommandLineTheNameOfTheExecutable)
+TEST (CleanAllCommand, PassesOnThePathOfTheExecutable)
 {
     juce::ArgumentList args ("", juce::String());
     consoleApplication.addCommand ({ "--clean", {}, {}, {}, [&] (const juce::ArgumentList& given) { args = given; } });

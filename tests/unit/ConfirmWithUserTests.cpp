@@ -35,14 +35,14 @@ static const std::string yes = "Y/n? yes ";
 static const std::string no = "Y/n? [Info: Cleaning cancelled by the user.] no ";
 static const std::string again = "Y/n? ";
 
-TEST (ConfirmWithUser, TakesYAndNInEitherCaseAndAnEmptyLineForAnAnswer)
+TEST (ConfirmWithUser, AcceptsYAndNInEitherCaseAndAnEmptyLine)
 {
     EXPECT_EQ (ask ("y\nY\n\nn\nN\n", 5), yes + yes + yes + no + no);
 }
 
 using OtherLines = testing::TestWithParam<std::string>;
 
-TEST_P (OtherLines, LetItAskAgainAndSayNothingElse) { EXPECT_EQ (ask (GetParam() + "\nn\n"), again + no); }
+TEST_P (OtherLines, MakeItAskAgainAndPrintNothingElse) { EXPECT_EQ (ask (GetParam() + "\nn\n"), again + no); }
 
 INSTANTIATE_TEST_SUITE_P (ConfirmWithUser,
                           OtherLines,
@@ -56,13 +56,13 @@ INSTANTIATE_TEST_SUITE_P (ConfirmWithUser,
                                            "\xef\xbc\xb9",     // fullwidth Y
                                            "\xf0\x90\x81\x99", // a character whose lower 16 bits are those of Y
 
-                                           // What is no proper UTF-8:
+                                           // Invalid UTF-8:
                                            "\x80", // a lone continuation byte; C with cedilla in a DOS code page
-                                           "\x80 va bien, je pense", // more than any memory is rounded up by
+                                           "\x80 va bien, je pense", // longer than the rounding of any allocation
                                            "\xc1\xb9",               // y in two bytes
                                            "\xe0\x80\x80",           // NUL in three bytes
-                                           "y\x80",                  // an answer, and then one
-                                           "\xfb",                   // a sequence that is cut short
+                                           "y\x80",                  // an answer, then a continuation byte
+                                           "\xfb",                   // a truncated sequence
                                            "\xff",
                                            "\xed\xa0\x80")); // half of a surrogate pair
 
@@ -80,10 +80,7 @@ TEST (ConfirmWithUser, HonoursAnUnfinishedAnswerAtTheEndOfTheInputOnce)
     EXPECT_EQ (ask ("n", 2), no + yes);
 }
 
-TEST (ConfirmWithUser, SaysYesAtTheEndOfTheInputAfterAFinishedLineThatIsNoAnswer)
-{
-    EXPECT_EQ (ask ("maybe\n"), again + yes);
-}
+TEST (ConfirmWithUser, SaysYesAtTheEndOfTheInputAfterALineThatIsNoAnswer) { EXPECT_EQ (ask ("maybe\n"), again + yes); }
 
 TEST (ConfirmWithUser, SaysYesWithoutReadingFromAnInputThatHasFailed)
 {
@@ -92,7 +89,7 @@ TEST (ConfirmWithUser, SaysYesWithoutReadingFromAnInputThatHasFailed)
     std::cin.setstate (std::ios::failbit);
 
     EXPECT_TRUE (confirmWithUser());
-    EXPECT_TRUE (std::cin.fail()) << "the state is not to be cleared";
+    EXPECT_TRUE (std::cin.fail()) << "the state must not be cleared";
 
     std::cin.clear();
     EXPECT_FALSE (confirmWithUser());

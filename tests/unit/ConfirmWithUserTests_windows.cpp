@@ -11,7 +11,7 @@ static Lines events;
 
 static void WINAPI noteSleep (DWORD milliseconds) { events.push_back ("sleep " + std::to_string (milliseconds)); }
 
-/** Asks so many times, and returns each answer among what was read and waited for. */
+/** Asks the given number of times, and returns the reads, waits and answers in order. */
 static Lines ask (const std::string& input, int times = 1)
 {
     const RecordingLogger logger;
@@ -26,11 +26,11 @@ static Lines ask (const std::string& input, int times = 1)
     return events;
 }
 
-/** Stands in, while it lives, for a console at the standard input. */
+/** While it lives, the standard input appears to be a console. */
 class ConsoleAtTheInput
 {
 public:
-    /** The console goes after so many questions whether it is there. */
+    /** Takes the number of checks for a console that succeed before the console disappears. */
     explicit ConsoleAtTheInput (int questions = 1000) { questionsLeft = questions; }
 
 private:
@@ -61,7 +61,7 @@ TEST (ConfirmWithUserAtAConsole, DoesNotWaitAfterAnAnswer)
     EXPECT_EQ (ask ("\ny\nmaybe\nn\n", 3), (Lines { "read", "yes", "read", "yes", "read", "read", "no" }));
 }
 
-TEST (ConfirmWithUserAtAConsole, SaysNoToThisAndAllFurtherQuestionsWhenTheConsoleGoesWhileItIsAsked)
+TEST (ConfirmWithUserAtAConsole, SaysNoToThisAndAllLaterQuestionsWhenTheConsoleDisappears)
 {
     const ConsoleAtTheInput console (1);
 

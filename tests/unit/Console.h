@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-/** Stands in for the console while it lives: std::cout and std::cerr write into it, and std::cin
+/** Replaces the console while it lives: std::cout and std::cerr write into it, and std::cin
     reads the given input, line by line.
 */
 class Console
@@ -32,19 +32,19 @@ public:
 
     JUCE_DECLARE_NON_COPYABLE (Console)
 
-    /** What std::cout was given so far. */
+    /** Returns the output of std::cout so far. */
     std::string output() const { return out.str(); }
 
-    /** What of it the user sees: all up to the last flush. */
+    /** Returns the part of it that the user sees: all up to the last flush. */
     std::string visibleOutput() const { return output().substr (0, out.visibleLength); }
 
-    /** What std::cerr was given so far. */
+    /** Returns the output of std::cerr so far. */
     std::string errors() const { return err.str(); }
 
-    /** Called, if set, whenever the next line is asked for, and before it is typed. */
+    /** Called, if set, before each line is read. */
     std::function<void()> onRead;
 
-    /** Called, if set, whenever std::cout was flushed. */
+    /** Called, if set, after each flush of std::cout. */
     std::function<void()> onFlush;
 
 private:
@@ -100,7 +100,7 @@ private:
     Screen out;
     std::ostringstream err;
     std::streambuf* const oldIn = std::cin.rdbuf (&in);
-    std::ostream* const oldTie = std::cin.tie (nullptr); // otherwise a read would flush std::cout by itself
+    std::ostream* const oldTie = std::cin.tie (nullptr); // otherwise each read would flush std::cout
     std::streambuf* const oldOut = std::cout.rdbuf (&out);
     std::streambuf* const oldErr = std::cerr.rdbuf (err.rdbuf());
 };

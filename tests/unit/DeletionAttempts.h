@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/** Notes, while it lives, which files and folders the program asks the system to delete. */
+/** Records, while it lives, which files and folders the program asks the system to delete. */
 class DeletionAttempts
 {
 public:

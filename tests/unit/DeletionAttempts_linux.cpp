@@ -9,7 +9,7 @@
 
 static std::optional<std::vector<std::string>> attempts;
 
-// These stand in for the system's functions in this program.
+// These replace the system's functions in this program.
 
 extern "C" int rmdir (const char* path) noexcept
 {

@@ -19,7 +19,7 @@ protected:
             FAIL() << "This test deletes below " << programFiles.getFullPathName() << ", "
                    << sharedData.getFullPathName() << " and " << userData.getFullPathName()
                    << ", or changes the list of installed programs. On Linux, run it in tests/shared/isolated. On a "
-                   << "Windows that is thrown away afterwards, set ORVEX_MAY_CLEAN_THIS_MACHINE=yes.";
+                   << "disposable Windows, set ORVEX_MAY_CLEAN_THIS_MACHINE=yes.";
     }
 
     ~DisposableMachine() override
@@ -28,14 +28,14 @@ protected:
             deleteEvenIfProtected (file);
     }
 
-    /** Makes a folder that holds a file, until the test is over. */
+    /** Makes a folder with a file in it, until the end of the test. */
     juce::File makeFolder (const juce::File& folder)
     {
         makeFile (folder.getChildFile ("file"));
         return folder;
     }
 
-    /** Makes a small file and the folders around it, until the test is over. */
+    /** Makes a small file and its parent folders, until the end of the test. */
     juce::File makeFile (const juce::File& file)
     {
         auto topmost = file;
@@ -49,7 +49,7 @@ protected:
         return file;
     }
 
-    /** Makes a folder that cannot be deleted, until the test is over. */
+    /** Makes a folder that cannot be deleted, until the end of the test. */
     juce::File makeUndeletableFolder (const juce::File& folder)
     {
         makeFolder (folder);

@@ -12,7 +12,7 @@ using namespace std::string_literals;
 class Drivers : public DisposableMachine
 {
 protected:
-    /** Lets a driver offer its product, and returns what has become of a result that was not empty. */
+    /** Lets a driver offer its product, and returns the result, which was not empty before. */
     CleanResult run (void (*driver) (CleanResult&), const std::string& answer)
     {
         CleanResult result { false, 7, 8 };
@@ -26,7 +26,7 @@ protected:
     RecordingLogger logger;
 };
 
-TEST_F (Drivers, LeaveProductAndResultAloneOnANo)
+TEST_F (Drivers, LeaveProductAndResultAloneAfterANo)
 {
     forEachProduct (
         [&] (const auto& product)
@@ -41,7 +41,7 @@ TEST_F (Drivers, LeaveProductAndResultAloneOnANo)
         });
 }
 
-TEST_F (Drivers, CleanTheirProductAndReplaceTheWholeResultOnAYes)
+TEST_F (Drivers, CleanTheirProductAndReplaceTheWholeResultAfterAYes)
 {
     forEachProduct (
         [&] (const auto& product)
@@ -58,7 +58,7 @@ TEST_F (Drivers, CleanTheirProductAndReplaceTheWholeResultOnAYes)
         });
 }
 
-TEST_F (Drivers, HaveTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
+TEST_F (Drivers, KeepTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
 {
     forEachProduct (
         [&] (const auto& product)
@@ -81,7 +81,7 @@ TEST_F (Drivers, HaveTheirCleanerOnlyFromTheYesToTheEndOfTheRun)
             product.driver (result);
 
             EXPECT_EQ (textsAtQuestion, textsBefore);
-            EXPECT_EQ (textsInRun, textsBefore + paths + 2); // and the product's name and the line
+            EXPECT_EQ (textsInRun, textsBefore + paths + 2); // plus the product's name and the logged line
             EXPECT_EQ (countLiveTexts(), textsBefore);
         });
 }

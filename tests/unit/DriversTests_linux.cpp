@@ -9,7 +9,7 @@ using namespace TessaraWorks;
 
 using DriversWhileTheHomeMoves = DisposableMachine;
 
-TEST_F (DriversWhileTheHomeMoves, ResolveTheirLocationsOnlyOnceTheUserHasSaidYes)
+TEST_F (DriversWhileTheHomeMoves, ResolveTheirLocationsOnlyAfterTheYes)
 {
     const std::string home = std::getenv ("HOME");
     const RecordingLogger logger;

@@ -7,7 +7,7 @@
 
 using namespace TessaraWorks;
 
-/** A token of a process, with the answers that the system gives about it. */
+/** A process token, with the system's answers about it. */
 struct Token
 {
     bool opens = true;
@@ -29,7 +29,7 @@ static BOOL WINAPI openToken (HANDLE process, DWORD rights, HANDLE* opened)
     return token.opens ? TRUE : FALSE;
 }
 
-// What it puts into the data counts for nothing if it fails.
+// Fills the data even if it fails: the program must ignore it then.
 static BOOL WINAPI readToken (HANDLE opened, TOKEN_INFORMATION_CLASS kind, void* data, DWORD size, DWORD* length)
 {
     calls.push_back ("read " + std::to_string (kind) + " into " + std::to_string (size));
@@ -45,7 +45,7 @@ static BOOL WINAPI closeToken (HANDLE opened)
     return FALSE;
 }
 
-TEST (Elevation, IsWhatTheTokenTellsAndNoneIfThatCannotBeRead)
+TEST (Elevation, IsReadFromTheTokenAndAbsentIfThatFails)
 {
     struct Row
     {

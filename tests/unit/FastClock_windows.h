@@ -4,12 +4,12 @@
 
 #include <vector>
 
-/** While it lives, the clock that time limits go by moves on only when it is read. */
+/** While it lives, the clock that time limits use advances only when it is read. */
 class FastClock
 {
 public:
-    /** Takes the milliseconds by which each reading finds the clock further on, as long as there are
-        any, and a second for each later reading.
+    /** Takes the milliseconds by which each of the first readings advances the clock. Each later
+        reading advances it by a second.
     */
     explicit FastClock (std::vector<DWORD> stepsToTake = {})
     {
@@ -17,7 +17,7 @@ public:
         readings = 0;
     }
 
-    /** The number of times that the clock was read. */
+    /** Returns the number of readings so far. */
     size_t countReadings() const { return readings; }
 
 private:

@@ -8,7 +8,7 @@
 static std::string watchedPath;
 static std::function<void()> onAccess;
 
-// Stands in for the system's function in this program. JUCE asks it whether a file exists.
+// Replaces the system's function in this program. JUCE calls it to check whether a file exists.
 extern "C" int access (const char* path, int mode) noexcept
 {
     const auto answer = faccessat (AT_FDCWD, path, mode, 0);

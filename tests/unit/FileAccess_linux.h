@@ -4,8 +4,8 @@
 
 #include <functional>
 
-/** Calls a function while it lives: once, right after the program first asked the system whether a
-    file exists, and before it learns the answer.
+/** Calls a function once while it lives: after the program first asks the system whether a file
+    exists, and before it gets the answer.
 */
 class AfterFileAccess
 {

@@ -9,7 +9,7 @@
 using namespace TessaraWorks;
 using namespace std::string_view_literals;
 
-TEST (FindUninstaller, GivesTheCommandOfTheEntryThatHasTheFragmentAnywhereInItsDisplayName)
+TEST (FindUninstaller, ReturnsTheCommandOfTheEntryWhoseDisplayNameContainsTheFragment)
 {
     RecordingLogger logger;
     SampleRegistry registry;
@@ -25,7 +25,7 @@ TEST (FindUninstaller, GivesTheCommandOfTheEntryThatHasTheFragmentAnywhereInItsD
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (FindUninstaller, PassesOverAnyOtherEntryInSilenceAndEmptiesThePath)
+TEST (FindUninstaller, SkipsOtherEntriesSilentlyAndEmptiesThePath)
 {
     RecordingLogger logger;
     SampleRegistry registry;
@@ -39,7 +39,7 @@ TEST (FindUninstaller, PassesOverAnyOtherEntryInSilenceAndEmptiesThePath)
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (FindUninstaller, OpensAnEntryOfTheLongestNameThatARegistryAllows)
+TEST (FindUninstaller, OpensAnEntryWithTheLongestPossibleName)
 {
     SampleRegistry registry;
     registry.add ({ juce::String::repeatedString ("n", 255), terminated (u"Orvex Studio"), terminated (u"C:\\n.exe") });
@@ -57,7 +57,7 @@ TEST (FindUninstaller, TakesTheFirstOfSeveralMatches)
     EXPECT_EQ (findCommand ("Orvex Studio"), "C:\\3.exe");
 }
 
-TEST (FindUninstaller, TakesAMatchWithoutACommandAlthoughALaterOneHasACommand)
+TEST (FindUninstaller, TakesAMatchWithoutACommandEvenIfALaterOneHasOne)
 {
     RecordingLogger logger;
     SampleRegistry registry;
@@ -68,7 +68,7 @@ TEST (FindUninstaller, TakesAMatchWithoutACommandAlthoughALaterOneHasACommand)
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (FindUninstaller, ComparesEveryCharacterOfTheFragmentAsItIs)
+TEST (FindUninstaller, ComparesEachCharacterOfTheFragmentExactly)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (u"C:\\1.exe") });
@@ -81,7 +81,7 @@ TEST (FindUninstaller, ComparesEveryCharacterOfTheFragmentAsItIs)
         EXPECT_EQ (findCommand (fragment), std::nullopt) << fragment;
 }
 
-TEST (FindUninstaller, DropsAllQuotesOfACommandAndNothingElse)
+TEST (FindUninstaller, DropsAllQuotesFromACommandAndNothingElse)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Alpha"), terminated (u"\"C:\\a b\\uninstall.exe\" /log /ask") });
@@ -95,7 +95,7 @@ TEST (FindUninstaller, DropsAllQuotesOfACommandAndNothingElse)
     EXPECT_EQ (findCommand ("Delta"), "");
 }
 
-TEST (FindUninstaller, ReadsLettersBeyondLatin)
+TEST (FindUninstaller, ReadsNonLatinCharacters)
 {
     SampleRegistry registry;
     registry.add ({ juce::CharPointer_UTF8 ("Sample \u0416"),
@@ -105,7 +105,7 @@ TEST (FindUninstaller, ReadsLettersBeyondLatin)
     EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("\u697d \U0001f3b9")), "C:\\\u97f3\u697d\\\U0001f3b9.exe");
 }
 
-TEST (FindUninstaller, ReadsADisplayNameOf2048BytesAndNoLongerOne)
+TEST (FindUninstaller, ReadsADisplayNameOfUpTo2048Bytes)
 {
     const std::u16string filling (1017, u'x');
 
@@ -121,7 +121,7 @@ TEST (FindUninstaller, ReadsADisplayNameOf2048BytesAndNoLongerOne)
     EXPECT_EQ (findCommand ("Delta"), std::nullopt);
 }
 
-TEST (FindUninstaller, ReadsACommandOf2048BytesAndNoLongerOne)
+TEST (FindUninstaller, ReadsACommandOfUpTo2048Bytes)
 {
     const std::u16string command (1022, u'x');
 
@@ -138,7 +138,7 @@ TEST (FindUninstaller, ReadsACommandOf2048BytesAndNoLongerOne)
     EXPECT_EQ (findCommand ("Delta"), "");
 }
 
-TEST (FindUninstaller, ReadsTheRestOfTheNameBeforeBehindAnUnterminatedOne)
+TEST (FindUninstaller, ReadsTheRestOfThePreviousNameAfterAnUnterminatedOne)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Something quite different"), terminated (u"C:\\1.exe") });
@@ -147,7 +147,7 @@ TEST (FindUninstaller, ReadsTheRestOfTheNameBeforeBehindAnUnterminatedOne)
     EXPECT_EQ (findCommand ("Orvexhing quite different"), "C:\\2.exe");
 }
 
-TEST (FindUninstaller, ReadsTheRestOfAUnitBehindANameOfAnOddNumberOfBytes)
+TEST (FindUninstaller, ReadsTheRestOfACodeUnitAfterANameWithAnOddNumberOfBytes)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"ab\u0416cd"), terminated (u"C:\\1.exe") });
@@ -158,7 +158,7 @@ TEST (FindUninstaller, ReadsTheRestOfAUnitBehindANameOfAnOddNumberOfBytes)
     EXPECT_EQ (findCommand (juce::CharPointer_UTF8 ("Xr\u0476cd")), "C:\\3.exe");
 }
 
-TEST (FindUninstaller, ReadsACommandThatIsNotTerminatedOrEndsInsideOfAUnit)
+TEST (FindUninstaller, ReadsACommandThatIsUnterminatedOrEndsInsideACodeUnit)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Alpha"), unterminated (u"C:\\1.exe") });
@@ -170,7 +170,7 @@ TEST (FindUninstaller, ReadsACommandThatIsNotTerminatedOrEndsInsideOfAUnit)
     EXPECT_EQ (findCommand ("Gamma"), "");
 }
 
-TEST (FindUninstaller, EndsATextAtItsFirstTerminator)
+TEST (FindUninstaller, EndsAStringAtItsFirstTerminator)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Alpha\0Beta"sv), terminated (u"C:\\1.exe\0 /ask"sv) });
@@ -179,7 +179,7 @@ TEST (FindUninstaller, EndsATextAtItsFirstTerminator)
     EXPECT_EQ (findCommand ("Alpha"), "C:\\1.exe");
 }
 
-TEST (FindUninstaller, SurvivesATextThatEndsInsideOfASurrogatePair)
+TEST (FindUninstaller, SurvivesAStringThatEndsInsideASurrogatePair)
 {
     SampleRegistry registry;
     registry.add ({ "Sample 1",

@@ -9,7 +9,7 @@ using namespace TessaraWorks;
 static const std::string root = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 static const std::string openedRoot = "open " + root + " with 20019";
 
-// What a real registry cannot be made to show: the calls themselves, and refusals at will.
+// A real registry neither shows the calls to it nor refuses any of them at will.
 
 TEST (FindUninstallerCalls, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchingEntryOpen)
 {
@@ -39,7 +39,7 @@ TEST (FindUninstallerCalls, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchingEnt
     EXPECT_EQ (registry.getOpenKeys(), Lines { root + "\\Studio" });
 }
 
-TEST (FindUninstallerCalls, AreMadeAnewForEachSearch)
+TEST (FindUninstallerCalls, AreRepeatedForEachSearch)
 {
     RecordingRegistry registry;
     EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
@@ -54,7 +54,7 @@ TEST (FindUninstallerCalls, AreMadeAnewForEachSearch)
                         "close key 2" }));
 }
 
-TEST (FindUninstallerRefused, TheRootKeyIsLoggedAndNothingIsClosed)
+TEST (FindUninstallerWhenRefused, LogsTheRootKeyAndClosesNothing)
 {
     RecordingLogger logger;
     RecordingRegistry registry;
@@ -66,7 +66,7 @@ TEST (FindUninstallerRefused, TheRootKeyIsLoggedAndNothingIsClosed)
     EXPECT_EQ (registry.calls, Lines { openedRoot });
 }
 
-TEST (FindUninstallerRefused, AnEntryIsLoggedByItsFullPathAndHidesEveryEntryBehindIt)
+TEST (FindUninstallerWhenRefused, LogsTheFullPathOfAnEntryAndIgnoresAllEntriesAfterIt)
 {
     RecordingLogger logger;
     RecordingRegistry registry;
@@ -89,7 +89,7 @@ TEST (FindUninstallerRefused, AnEntryIsLoggedByItsFullPathAndHidesEveryEntryBehi
                         "close key 1" }));
 }
 
-TEST (FindUninstallerRefused, AnEntryBehindTheMatchIsNotNoticed)
+TEST (FindUninstallerWhenRefused, DoesNotNoticeAnEntryAfterTheMatch)
 {
     RecordingLogger logger;
     RecordingRegistry registry;
@@ -101,7 +101,7 @@ TEST (FindUninstallerRefused, AnEntryBehindTheMatchIsNotNoticed)
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (FindUninstallerRefused, AnEnumerationEndsTheSearchInSilenceWhateverItsCode)
+TEST (FindUninstallerWhenRefused, EndsSilentlyOnAnyErrorOfTheEnumeration)
 {
     for (const auto code : { 1, 5, 8, 234, 1018, -1 })
     {
@@ -120,7 +120,7 @@ TEST (FindUninstallerRefused, AnEnumerationEndsTheSearchInSilenceWhateverItsCode
     }
 }
 
-TEST (FindUninstallerRefused, ADisplayNameIsPassedOverInSilence)
+TEST (FindUninstallerWhenRefused, SkipsAnUnreadableDisplayNameSilently)
 {
     RecordingLogger logger;
     RecordingRegistry registry;
@@ -133,7 +133,7 @@ TEST (FindUninstallerRefused, ADisplayNameIsPassedOverInSilence)
     EXPECT_EQ (registry.getOpenKeys(), Lines { root + "\\Studio" });
 }
 
-TEST (FindUninstallerRefused, ACommandCountsAsNoneAndItsEntryStaysOpen)
+TEST (FindUninstallerWhenRefused, TreatsAnUnreadableCommandAsNoneAndLeavesItsEntryOpen)
 {
     RecordingLogger logger;
     RecordingRegistry registry;
@@ -145,7 +145,7 @@ TEST (FindUninstallerRefused, ACommandCountsAsNoneAndItsEntryStaysOpen)
     EXPECT_EQ (registry.getOpenKeys(), Lines { root + "\\Studio" });
 }
 
-TEST (FindUninstallerCalls, FindNothingInTheTableOfASystemWithoutARegistry)
+TEST (FindUninstallerCalls, FindNothingOnASystemWithoutARegistry)
 {
     RecordingLogger logger;
     EXPECT_EQ (findCommand (""), std::nullopt);

@@ -18,8 +18,8 @@ static const juce::String rootPath (uninstallRoot);
 static const std::string root = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 static const std::string openedRoot = "open " + root + " with 20019";
 
-/** Notes, while it lives, what the program asks of the registry, in the words of RecordingRegistry, and
-    refuses to open a key whose path ends in "Locked".
+/** Records, while it lives, the program's registry calls in the format of RecordingRegistry, and refuses
+    to open a key whose path ends in "Locked".
 */
 class RegistryCalls
 {
@@ -131,7 +131,7 @@ TEST (FindUninstallerInRegistry, OpensEachKeyByItsFullPathAndLeavesOnlyTheMatchi
     EXPECT_EQ (registryCalls.openKeys, (std::map<int, std::string> { { 4, root + "\\3" } }));
 }
 
-TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenItEndsAtAnEntryThatCannotBeOpened)
+TEST (FindUninstallerInRegistry, ClosesEveryKeyWhenAnEntryCannotBeOpened)
 {
     RecordingLogger logger;
     SampleRegistry registry;
@@ -159,7 +159,7 @@ TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
     EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry key: " + root });
 }
 
-TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameEvenIfThatIsEmpty)
+TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameEvenIfEmpty)
 {
     RecordingLogger logger;
     SampleRegistry registry;
@@ -171,7 +171,7 @@ TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameE
     EXPECT_EQ (logger.lines, Lines {});
 }
 
-TEST (FindUninstallerInRegistry, TakesTheBytesOfAValueOfAnyTypeForText)
+TEST (FindUninstallerInRegistry, ReadsAValueOfAnyTypeAsAString)
 {
     const OwnRegistry registry;
 
@@ -208,12 +208,12 @@ TEST_F (FindUninstallerOnThisMachine, DoesNotSeeTheEntriesOf32BitPrograms)
                               KEY_READ | KEY_WOW64_64KEY,
                               &sameInOtherView),
                ERROR_FILE_NOT_FOUND)
-        << "the system has no view of its own for 32-bit programs";
+        << "this system has no separate view for 32-bit programs";
 
     EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
 }
 
-TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOfASingleUser)
+TEST (FindUninstallerInRegistry, DoesNotSeeTheEntriesOfOneUser)
 {
     const OwnRegistry registry;
     const SampleKey emptyRoot (registry.machine, rootPath);

@@ -7,16 +7,16 @@
 
 static bool isWine() { return GetProcAddress (GetModuleHandleW (L"ntdll.dll"), "wine_get_version") != nullptr; }
 
-TEST (Image, LoadsNoDllOfTheSystemsThatLiesBesideIt)
+TEST (Image, LoadsNoSystemDllFromItsOwnFolder)
 {
     if (isWine())
-        GTEST_SKIP() << "Wine takes a DLL from the program's folder, whatever the program's image asks for.";
+        GTEST_SKIP() << "Wine loads a DLL from the program's folder, whatever the program's image requests.";
 
     const juce::File program (ORVEX_PROGRAM);
     const TemporaryFolder folder;
     const auto copy = folder.getChildFile (program.getFileName());
     ASSERT_TRUE (program.copyFileTo (copy));
-    folder.makeFile ("winmm.dll"); // no DLL at all: who takes it does not start
+    folder.makeFile ("winmm.dll"); // not a DLL: a program that loads it does not start
     juce::ChildProcess process;
 
     ASSERT_TRUE (process.start (juce::StringArray { copy.getFullPathName(), "--version" }));
@@ -25,7 +25,8 @@ TEST (Image, LoadsNoDllOfTheSystemsThatLiesBesideIt)
     EXPECT_TRUE (output.startsWith (ORVEX_CLEANER_NAME " " ORVEX_CLEANER_VERSION)) << output;
 }
 
-// What has no entry is taken for a function without a frame, and its caller for what lies on the stack.
+// The unwinder treats a function without an entry as one without a frame, and the top of the stack as its return
+// address.
 TEST (Image, HasTheUnwindInformationOfTheStandardLibrary)
 {
     const std::ctype<char>& (*const function) (const std::locale&) = &std::use_facet<std::ctype<char>>;

@@ -10,7 +10,7 @@ static std::atomic<int> deleted;
 int countLiveTexts() { return made - deleted; }
 int countTextsMade() { return made; }
 
-// These stand in for the language's own in this program.
+// These replace the standard operators in this program.
 
 void* operator new[] (std::size_t size)
 {

@@ -1,9 +1,9 @@
 #pragma once
 
-/** Returns the number of arrays that the program has made with new and not deleted so far. The
-    characters of each juce::String are one, so what holds paths or other texts shows in this number.
+/** Returns the number of arrays that the program has made with new[] and not yet deleted. The characters
+    of each juce::String are such an array, so objects that hold paths or other strings show in the number.
 */
 int countLiveTexts();
 
-/** Returns the number of such arrays that were ever made. */
+/** Returns the number of such arrays made so far, deleted ones included. */
 int countTextsMade();

@@ -21,7 +21,7 @@ TEST (LogInterface, BeginsWithItsDefaultSettings)
     EXPECT_FALSE (logger.logAllToFile);
 }
 
-TEST (LogInterface, NeedsNoCloseLogFileOfALoggerWithoutAFile)
+TEST (LogInterface, DoesNothingInItsOwnCloseLogFile)
 {
     const Console console;
     RecordingLogger logger;
@@ -38,7 +38,7 @@ TEST (ProcessWideLogger, IsADefaultLoggerUntilItIsReplaced)
     EXPECT_EQ (&getLogger(), &getLogger());
 }
 
-TEST (ProcessWideLogger, GetsEachMessageThatIsLogged)
+TEST (ProcessWideLogger, ReceivesEachLoggedMessage)
 {
     const RecordingLogger logger;
 
@@ -48,7 +48,7 @@ TEST (ProcessWideLogger, GetsEachMessageThatIsLogged)
     EXPECT_EQ (logger.lines, (Lines { "Debug: one", "Critical: two" }));
 }
 
-TEST (ProcessWideLogger, CanBeAbsentAndThenMessagesAreDropped)
+TEST (ProcessWideLogger, DropsMessagesWhileThereIsNone)
 {
     const Console console;
     auto* const logger = getLogger();
@@ -74,7 +74,7 @@ TEST (LogLine, HasTheSameStampOnTheConsoleAndInTheFile)
     EXPECT_NE (TestLogger::bytesOf (logger.file).find ("\r\n" + line + "\r\n"), std::string::npos);
 }
 
-TEST (LogLine, HasTheMessageAsItIs)
+TEST (LogLine, HasTheMessageUnchanged)
 {
     const std::string messages[] = {
         "",
@@ -101,7 +101,7 @@ constexpr auto allLevels = "[] at -1\n[Debug] at 0\n[Info] at 1\n[Warning] at 2\
 // A minimum level with the lines that pass it, logAllToFile, showTimestamps, spareFlag, whether there is a file.
 using LogSettings = testing::TestWithParam<std::tuple<std::pair<LogLevel, const char*>, bool, bool, bool, bool>>;
 
-TEST_P (LogSettings, SendEachLevelWhereTheySay)
+TEST_P (LogSettings, DecideWhereEachLevelGoes)
 {
     const auto& [level, logAllToFile, showTimestamps, spareFlag, hasFile] = GetParam();
     const auto& [minimumLevel, passed] = level;
@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P (
         testing::Bool(),
         testing::Bool()));
 
-TEST (LogFilter, FormatsNoMessageThatIsDropped)
+TEST (LogFilter, DoesNotFormatADroppedMessage)
 {
     TestLogger logger;
     logger.minimumLevel = Info;
@@ -164,7 +164,7 @@ TEST (LogFilter, TakesEffectWithTheNextMessage)
     EXPECT_EQ (logger.shown(), "[Debug] before\n");
 }
 
-TEST (LogFilter, ReadsTheMinimumLevelOnceForBothPlaces)
+TEST (LogFilter, ReadsTheMinimumLevelOncePerMessage)
 {
     TestLogger logger;
     logger.open();
@@ -176,7 +176,7 @@ TEST (LogFilter, ReadsTheMinimumLevelOnceForBothPlaces)
     EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] message\r\n");
 }
 
-TEST (LoggerWrite, PutsTheBareTextOnTheConsoleAloneAndFlushesIt)
+TEST (LoggerWrite, PrintsTheBareTextOnTheConsoleOnlyAndFlushesIt)
 {
     TestLogger logger;
     logger.minimumLevel = 100;
@@ -191,7 +191,7 @@ TEST (LoggerWrite, PutsTheBareTextOnTheConsoleAloneAndFlushesIt)
     EXPECT_EQ (logger.filed(), banner ("welcome"));
 }
 
-TEST (LoggerConsole, ShowsALineBeforeTheFileGetsIt)
+TEST (LoggerConsole, ShowsALineBeforeItGoesToTheFile)
 {
     TestLogger logger;
     logger.open();
@@ -208,7 +208,7 @@ TEST (LoggerConsole, ShowsALineBeforeTheFileGetsIt)
     EXPECT_EQ (filed, banner ("welcome"));
 }
 
-// Gives way to other threads between any two characters.
+// Yields to other threads after each character.
 class SlowConsole : public std::streambuf
 {
 public:
@@ -230,7 +230,7 @@ private:
     std::mutex mutex;
 };
 
-TEST (LoggerConsole, ShowsWholeLinesOfTwoThreads)
+TEST (LoggerConsole, KeepsTheLinesOfTwoThreadsWhole)
 {
     TestLogger logger;
     SlowConsole buffer;
@@ -260,7 +260,7 @@ TEST (LoggerConsole, ShowsWholeLinesOfTwoThreads)
                (std::map<std::string, int> { { "[Info] abcdefghijklmnopqrstuvwxyz", 200 }, { "0123456789", 200 } }));
 }
 
-// What a banner tells of the moment in which a file was opened, put together without the library.
+// The time in the banner of a file that was opened at this moment, formatted without the library.
 static std::string startOf (const juce::Time& moment)
 {
     static const char* const months[] = { "Jan", "Feb", "Mar", "Apr", "May", "Jun",
@@ -279,7 +279,7 @@ static std::string startOf (const juce::Time& moment)
     return text;
 }
 
-TEST (LogFile, TellsTheLocalTimeOnA12HourClockInItsBanner)
+TEST (LogFile, ShowsTheLocalTimeOnA12HourClockInItsBanner)
 {
     TestLogger logger;
 
@@ -296,7 +296,7 @@ TEST (LogFile, TellsTheLocalTimeOnA12HourClockInItsBanner)
     EXPECT_TRUE (bytes.contains (startOf (moment))) << bytes;
 }
 
-TEST (LogFile, IsNoBusinessOfJucesCurrentLogger)
+TEST (LogFile, IsIndependentOfJucesCurrentLogger)
 {
     struct CurrentLogger : juce::Logger
     {
@@ -321,7 +321,7 @@ TEST (LogFile, IsNoBusinessOfJucesCurrentLogger)
     EXPECT_EQ (juce::Logger::getCurrentLogger(), &current);
 }
 
-TEST (LogFile, IsTheSecondOneOnceASecondOneIsOpened)
+TEST (LogFile, IsReplacedWhenAnotherOneIsOpened)
 {
     TestLogger logger;
     const auto second = logger.folder.getChildFile ("second");
@@ -348,7 +348,7 @@ TEST (LogFile, GetsASecondBannerWhenItIsOpenedAgain)
     EXPECT_EQ (logger.filed(), banner ("one") + "[Info] first\r\n" + banner ("two") + "[Info] second\r\n");
 }
 
-TEST (LogFile, GetsNothingMoreOnceItIsClosed)
+TEST (LogFile, GetsNothingAfterItIsClosed)
 {
     TestLogger logger;
     logger.open();
@@ -378,7 +378,7 @@ TEST (LogFile, HasAPathOnlyWhileItIsOpenAndCanBeClosedAtAnyTime)
     EXPECT_EQ (logger.shown(), "");
 }
 
-TEST (LogFile, IsMadeWithTheFoldersAroundIt)
+TEST (LogFile, IsMadeWithItsParentFolders)
 {
     TestLogger logger;
     const auto file = logger.folder.getChildFile ("missing/folder/log");
@@ -388,7 +388,7 @@ TEST (LogFile, IsMadeWithTheFoldersAroundIt)
     EXPECT_EQ (TestLogger::filed (file), banner ("welcome"));
 }
 
-TEST (LogFile, LosesLinesOneByOneWhileItCannotBeWritten)
+TEST (LogFile, LosesOnlyTheLinesThatCannotBeWritten)
 {
     TestLogger logger;
     logger.folder.makeFolder ("log");
@@ -407,7 +407,7 @@ TEST (LogFile, LosesLinesOneByOneWhileItCannotBeWritten)
     EXPECT_EQ (logger.filed(), "[Info] kept\r\n");
 }
 
-TEST (LogFileSizeLimit, CutsALongerFileAtTheFirstLineEndOfWhatMayStay)
+TEST (LogFileSizeLimit, CutsALongerFileAtTheFirstLineEndWithinTheLimit)
 {
     struct Row
     {
@@ -417,7 +417,7 @@ TEST (LogFileSizeLimit, CutsALongerFileAtTheFirstLineEndOfWhatMayStay)
 
     const Row rows[] = {
         { -1, "one\r\ntwo\r\nthree\r\n" },
-        { 17, "one\r\ntwo\r\nthree\r\n" }, // which has just that size
+        { 17, "one\r\ntwo\r\nthree\r\n" }, // exactly the file's size
         { 16, "\r\ntwo\r\nthree\r\n" },
         { 0, "" },
     };
@@ -435,7 +435,7 @@ TEST (LogFileSizeLimit, CutsALongerFileAtTheFirstLineEndOfWhatMayStay)
     }
 }
 
-TEST (LogFileSizeLimit, DoesNotHoldDuringARun)
+TEST (LogFileSizeLimit, DoesNotApplyDuringARun)
 {
     TestLogger logger;
     logger.openLogFile (logger.file, "welcome", 10);
@@ -445,7 +445,7 @@ TEST (LogFileSizeLimit, DoesNotHoldDuringARun)
     EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] message\r\n");
 }
 
-// The stamp of a moment, put together without the class under test.
+// The stamp of a moment, formatted without the class under test.
 static std::string stampOf (const juce::Time& moment)
 {
     char text[50];
@@ -459,7 +459,7 @@ static std::string stampOf (const juce::Time& moment)
     return text;
 }
 
-TEST (TimeStamp, TellsTheLocalTime)
+TEST (TimeStamp, ShowsTheLocalTime)
 {
     const auto before = juce::Time::getCurrentTime();
     const auto stamp = DefaultLogger().formatTimestamp().toStdString();

@@ -18,7 +18,7 @@ using namespace TessaraWorks;
 static std::atomic<int> readingsOfTheClock;
 static std::optional<juce::int64> millisecondsOnTheClock;
 
-// Stands in for the system's function in this program. JUCE asks it for the time.
+// Replaces the system's function in this program. JUCE reads the time with it.
 extern "C" int gettimeofday (timeval* time, void*) noexcept
 {
     ++readingsOfTheClock;
@@ -47,7 +47,7 @@ static std::string stampAt (int hours, int minutes, int seconds, int millisecond
     return stamp;
 }
 
-TEST (TimeStamp, TellsTheLocalTimeOnA24HourClockWithoutLeadingZerosOfHoursAndMilliseconds)
+TEST (TimeStamp, ShowsA24HourClockWithoutLeadingZerosInHoursAndMilliseconds)
 {
     EXPECT_EQ (stampAt (0, 0, 1, 999), "[0:00:01:999]");
     EXPECT_EQ (stampAt (9, 5, 7, 42), "[9:05:07:42]");
@@ -71,7 +71,7 @@ TEST (LogFile, StaysAttachedUntilTheNextOneIsComplete)
     EXPECT_EQ (logger.getLogFilePath(), second.getFullPathName());
 }
 
-TEST (LogFile, IsReplacedBeforeTheOldOneIsDeletedAndClearedBeforeItIsToo)
+TEST (LogFile, IsReplacedOrClearedBeforeTheOldOneIsDestroyed)
 {
     TestLogger logger;
     logger.open();
@@ -79,14 +79,14 @@ TEST (LogFile, IsReplacedBeforeTheOldOneIsDeletedAndClearedBeforeItIsToo)
 
     Mutexes mutexes;
     juce::StringArray pathsWhenOneIsDeleted;
-    mutexes.onDestruction = [&] { pathsWhenOneIsDeleted.add (logger.getLogFilePath()); }; // each has a mutex
+    mutexes.onDestruction = [&] { pathsWhenOneIsDeleted.add (logger.getLogFilePath()); }; // each file has a mutex
     logger.openLogFile (second, "two", noLimit);
     logger.closeLogFile();
 
     EXPECT_EQ (pathsWhenOneIsDeleted, juce::StringArray (second.getFullPathName(), ""));
 }
 
-TEST (LoggerConsole, LetsAFailureToLockItOutThroughTheCaller)
+TEST (LoggerConsole, ThrowsToTheCallerWhenItCannotBeLocked)
 {
     TestLogger logger;
     Mutexes mutexes;
@@ -97,7 +97,7 @@ TEST (LoggerConsole, LetsAFailureToLockItOutThroughTheCaller)
     EXPECT_EQ (logger.shown(), "");
 }
 
-TEST (LogFilter, ReadsTheClockOnceForAMessageAndNotAtAllForADroppedOne)
+TEST (LogFilter, ReadsTheClockOnceForAMessageAndNeverForADroppedOne)
 {
     TestLogger logger;
     logger.showTimestamps = true;

@@ -28,7 +28,7 @@ protected:
         return programMain (2, argv);
     }
 
-    /** Whether the logger was still in its place when its file was closed. */
+    /** Whether the logger was still in place when its file was closed. */
     bool wasInPlace = false;
 
     RecordingLogger logger;

@@ -4,7 +4,7 @@
 
 using namespace TessaraWorks;
 
-TEST_F (Main, LetsCtrlCEndTheProcessBeforeAnythingElse)
+TEST_F (Main, EnablesCtrlCBeforeItDoesAnythingElse)
 {
     static Lines events;
     events.clear();

@@ -10,7 +10,7 @@ static thread_local Mutexes* current = nullptr;
 Mutexes::Mutexes() { current = this; }
 Mutexes::~Mutexes() { current = nullptr; }
 
-// These stand in for the system's functions in this program.
+// These replace the system's functions in this program.
 
 extern "C" int pthread_mutex_lock (pthread_mutex_t* mutex) noexcept
 {

@@ -4,9 +4,7 @@
 
 #include <functional>
 
-/** Stands in for the system's mutexes while it lives. Only the mutexes of the thread that made it
-    are concerned.
-*/
+/** Watches, while it lives, the mutexes that its own thread uses, and can make them fail. */
 class Mutexes
 {
 public:
@@ -15,10 +13,10 @@ public:
 
     JUCE_DECLARE_NON_COPYABLE (Mutexes)
 
-    /** Whether an attempt to lock one fails. */
+    /** Whether each attempt to lock one fails. */
     bool cannotBeLocked = false;
 
-    /** The number that were locked so far, or tried to be. */
+    /** The number of attempts to lock one so far. */
     int attempts = 0;
 
     /** Called, if set, right before one is destroyed. */

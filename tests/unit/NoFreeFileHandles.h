@@ -4,8 +4,8 @@
 
 #include <sys/resource.h>
 
-/** While it lives, the process can open neither a file nor a pipe, so that no program can be started
-    in a way that notices.
+/** While it lives, the process can open neither a file nor a pipe. JUCE then reports that a program
+    could not be started.
 */
 class NoFreeFileHandles
 {

@@ -10,14 +10,14 @@
 
 #include <stdexcept>
 
-/** Gives the program, while it lives, two empty keys in the places of HKEY_LOCAL_MACHINE and
-    HKEY_CURRENT_USER: all that it opens there is nothing of the machine's.
+/** Gives the program, while it lives, two empty keys in place of HKEY_LOCAL_MACHINE and
+    HKEY_CURRENT_USER, so that it opens none of the machine's own keys.
 
-    RegOverridePredefKey would do this for every DLL of the process too. The shell would then look for
+    RegOverridePredefKey would affect every DLL of the process as well. The shell would then look for
     the special folders in the empty keys.
 
-    The two keys are volatile: if the process is ended from outside, they go when the user logs off. All
-    keys below them have to be volatile too.
+    The two keys are volatile: if the process is killed, they go when the user logs off. All keys below
+    them must be volatile too.
 */
 class OwnRegistry
 {
@@ -34,7 +34,7 @@ public:
     JUCE_DECLARE_NON_COPYABLE (OwnRegistry)
 
 private:
-    /** Throws, and so ends the test, rather than leave it with a key of the machine's. */
+    /** Throws on failure, and so ends the test before it can use a key of the machine. */
     HKEY create (const juce::String& name) const
     {
         HKEY key = nullptr;

@@ -2,7 +2,7 @@
 
 #include "CleanResults.h"
 
-/** Does what a cleaner does before it deletes anything, and nothing more. */
+/** Runs only the step of a cleaner before its deletions. */
 template <typename Cleaner>
 TessaraWorks::CleanResult preClean()
 {
@@ -16,6 +16,6 @@ TessaraWorks::CleanResult preClean()
     return result;
 }
 
-// What comes of it, since it deletes nothing.
+// Its possible results: it deletes nothing.
 constexpr TessaraWorks::CleanResult goesOn { true, 0, 0 };
 constexpr TessaraWorks::CleanResult stops { false, 0, 0 };

@@ -28,12 +28,12 @@ static bool isInPlace (const juce::File& file)
 class CleanerLinks : public Cleaner
 {
 protected:
-    /** Lets the cleaner remove a link, or what has it deep within, and sees that its target is whole. */
+    /** Lets the cleaner remove a link, or a tree that contains it, and checks that the target is intact. */
     void remove (const juce::File& listed, const juce::File& link)
     {
-        // Wine says that it has made a link, and has not.
+        // Wine reports success even if it has made no link.
         if (! link.isSymbolicLink())
-            GTEST_SKIP() << "This system makes no such link.";
+            GTEST_SKIP() << "This system does not make such links.";
 
         cleaner.addDirectory (listed);
 
@@ -52,37 +52,37 @@ protected:
     const juce::File deepLink = folder.makeFolder ("tree/folder").getChildFile ("!link");
 };
 
-TEST_F (CleanerLinks, GoAsAJunctionThatIsListed)
+TEST_F (CleanerLinks, RemovesAListedJunction)
 {
     makeJunction (listedLink, target);
     remove (listedLink, listedLink);
 }
 
-TEST_F (CleanerLinks, GoAsAJunctionDeepInATree)
+TEST_F (CleanerLinks, RemovesAJunctionDeepInATree)
 {
     makeJunction (deepLink, target);
     remove (tree, deepLink);
 }
 
-TEST_F (CleanerLinks, GoAsASymbolicLinkToAFolderThatIsListed)
+TEST_F (CleanerLinks, RemovesAListedSymbolicLinkToAFolder)
 {
     makeSymbolicLink (listedLink, target);
     remove (listedLink, listedLink);
 }
 
-TEST_F (CleanerLinks, GoAsASymbolicLinkToAFolderDeepInATree)
+TEST_F (CleanerLinks, RemovesASymbolicLinkToAFolderDeepInATree)
 {
     makeSymbolicLink (deepLink, target);
     remove (tree, deepLink);
 }
 
-TEST_F (CleanerLinks, GoAsASymbolicLinkToAFileThatIsListed)
+TEST_F (CleanerLinks, RemovesAListedSymbolicLinkToAFile)
 {
     makeSymbolicLink (listedLink, file);
     remove (listedLink, listedLink);
 }
 
-TEST_F (CleanerLinks, GoAsASymbolicLinkToAFileDeepInATree)
+TEST_F (CleanerLinks, RemovesASymbolicLinkToAFileDeepInATree)
 {
     makeSymbolicLink (deepLink, file);
     remove (tree, deepLink);

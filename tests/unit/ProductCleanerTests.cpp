@@ -5,7 +5,7 @@ using namespace TessaraWorks;
 
 TEST (CleanResult, StartsAsASuccessWithNothingRemoved) { EXPECT_EQ (CleanResult(), (CleanResult { true, 0, 0 })); }
 
-TEST_F (Cleaner, SkipsEntriesThatAreNotThereAndCallsThatASuccess)
+TEST_F (Cleaner, SkipsMissingEntriesAndSucceeds)
 {
     listDirectories ({ "one", "missing/two" });
     listFiles ({ "three" });
@@ -22,7 +22,7 @@ TEST_F (Cleaner, SkipsEntriesThatAreNotThereAndCallsThatASuccess)
                             "Debug: Skipping file not found: " }));
 }
 
-TEST_F (Cleaner, RemovesAListedDirectoryWithAllItHoldsAndCountsItOnce)
+TEST_F (Cleaner, RemovesAListedDirectoryWithItsContentsAndCountsItOnce)
 {
     folder.make ({ "tree/file", "tree/inner/deep/file", "tree/inner/deep/other file", "tree/empty/", "tree2/file" });
     listDirectories ({ "tree" });
@@ -47,7 +47,7 @@ TEST_F (Cleaner, AnnouncesADirectoryBeforeItIsDeleted)
     EXPECT_EQ (wasThere, (std::vector<bool> { true, true, false, false, false, false }));
 }
 
-TEST_F (Cleaner, CountsAListedDirectoryThatVanishedAfterTheTestsAsAFile)
+TEST_F (Cleaner, CountsAListedDirectoryThatVanishesAfterTheChecksAsAFile)
 {
     const auto file = folder.makeFile ("file");
     listDirectories ({ "file" });
@@ -65,7 +65,7 @@ TEST_F (Cleaner, CountsAListedDirectoryThatVanishedAfterTheTestsAsAFile)
                             "Info: File deleted: " + path ("file") }));
 }
 
-TEST_F (Cleaner, TakesTheDirectoriesInOrderAndThenTheFilesInOrderEachAsWhatItIs)
+TEST_F (Cleaner, DeletesDirectoriesThenFilesInOrderEachByItsActualKind)
 {
     folder.make ({ "z/", "a", "y", "b/" });
     listFiles ({ "y", "b" });
@@ -112,7 +112,7 @@ TEST_F (Cleaner, RemovesEntriesAndContentsOfAnyName)
     EXPECT_EQ (clean(), succeeded (9, 0, lines));
 }
 
-TEST_F (Cleaner, TriesOnceToDeleteWhatCannotBeDeleted)
+TEST_F (Cleaner, TriesEachUndeletableEntryOnce)
 {
     for (const auto* file : { "1/file", "2/file", "3/file", "4/file" })
         folder.makeUndeletableFile (file);
@@ -127,7 +127,7 @@ TEST_F (Cleaner, TriesOnceToDeleteWhatCannotBeDeleted)
                (Lines { path ("1/file"), path ("2/file"), path ("2"), path ("3/file"), path ("4/file"), path ("4") }));
 }
 
-TEST_F (Cleaner, FailsWithAnyOneEntryThatCannotBeDeleted)
+TEST_F (Cleaner, FailsWhenAnyEntryCannotBeDeleted)
 {
     const auto file = folder.makeUndeletableFile ("folder/file");
     const auto directory = file.getParentDirectory();
@@ -142,7 +142,7 @@ TEST_F (Cleaner, FailsWithAnyOneEntryThatCannotBeDeleted)
         EXPECT_EQ (one.clean(), (CleanResult { false, 0, 0 }));
 }
 
-TEST_F (Cleaner, CarriesOnAfterEachFailureAndNeverTakesItBack)
+TEST_F (Cleaner, CarriesOnAfterEachFailureButStillFails)
 {
     for (const auto* file : { "1/inner/file", "2/file", "3/file", "4/inner/file" })
         folder.makeUndeletableFile (file);
@@ -173,7 +173,7 @@ TEST_F (Cleaner, CarriesOnAfterEachFailureAndNeverTakesItBack)
                                 { "1/inner/file", "2/file", "3/file", "4/inner/file" }));
 }
 
-TEST_F (Cleaner, GivesTheFirstStepAFreshRecordBeforeAnythingIsDeleted)
+TEST_F (Cleaner, RunsTheFirstStepWithAFreshResultBeforeAnyDeletion)
 {
     folder.make ({ "directory/" });
     listDirectories ({ "directory" });
@@ -192,7 +192,7 @@ TEST_F (Cleaner, GivesTheFirstStepAFreshRecordBeforeAnythingIsDeleted)
                             "Info: Directory deleted: " + path ("directory") }));
 }
 
-TEST_F (Cleaner, StopsBeforeAnyDeletionWhenTheFirstStepFailsAndReturnsTheRecordAsItLeftIt)
+TEST_F (Cleaner, StopsBeforeAnyDeletionWhenTheFirstStepFailsAndReturnsItsResult)
 {
     folder.make ({ "directory/", "file" });
     listDirectories ({ "directory" });
@@ -211,7 +211,7 @@ TEST_F (Cleaner, StopsBeforeAnyDeletionWhenTheFirstStepFailsAndReturnsTheRecordA
                    { "directory", "file" } }));
 }
 
-TEST_F (Cleaner, RunsTheLastStepBetweenTheDeletionsAndTheTotalsAfterAFailureToo)
+TEST_F (Cleaner, RunsTheLastStepBetweenDeletionsAndTotalsEvenAfterAFailure)
 {
     folder.makeUndeletableFile ("folder/file");
     folder.make ({ "directory/" });
@@ -234,7 +234,7 @@ TEST_F (Cleaner, RunsTheLastStepBetweenTheDeletionsAndTheTotalsAfterAFailureToo)
                                 { "folder/file" }));
 }
 
-TEST_F (Cleaner, TellsAndReturnsWhatTheLastStepLeftAndGoesByCountersAboveZeroOnly)
+TEST_F (Cleaner, GivesItsVerdictOnTheResultOfTheLastStepAndReturnsIt)
 {
     const auto successfully = "Info: Product was successfully removed.";
     const auto partially = "Warning: Product was partially removed, but encountered some errors.";
@@ -293,7 +293,7 @@ TEST_F (Cleaner, KeepsTheFirstOfEqualPaths)
     EXPECT_TRUE (cleaner.files.isEmpty());
 }
 
-TEST_F (Cleaner, LeavesItsListsAsTheyAre)
+TEST_F (Cleaner, LeavesItsListsUnchanged)
 {
     folder.make ({ "directory/", "file" });
     listDirectories ({ "directory" });

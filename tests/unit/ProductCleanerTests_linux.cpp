@@ -6,7 +6,7 @@
 
 using namespace TessaraWorks;
 
-TEST_F (Cleaner, CountsAListedDirectoryThatVanishesAfterTheFirstTestAsAFile)
+TEST_F (Cleaner, CountsAListedDirectoryThatVanishesAfterTheFirstCheckAsAFile)
 {
     const auto directory = folder.makeFolder ("directory");
     listDirectories ({ "directory" });
@@ -20,7 +20,7 @@ TEST_F (Cleaner, CountsAListedDirectoryThatVanishesAfterTheFirstTestAsAFile)
                             "Info: File deleted: " + path ("directory") }));
 }
 
-TEST_F (Cleaner, SaysNothingOfAListedFileThatVanishesAfterTheFirstTest)
+TEST_F (Cleaner, LogsNothingForAListedFileThatVanishesAfterTheFirstCheck)
 {
     const auto vanishing = folder.makeFile ("vanishing");
     folder.make ({ "staying" });
@@ -33,7 +33,7 @@ TEST_F (Cleaner, SaysNothingOfAListedFileThatVanishesAfterTheFirstTest)
         succeeded (0, 1, { "Info: Deleting file: " + path ("staying"), "Info: File deleted: " + path ("staying") }));
 }
 
-TEST_F (Cleaner, FailsATreeThatGrowsAfterItWasListedAndLeavesWhatIsNew)
+TEST_F (Cleaner, FailsATreeThatGrowsAfterItsListingAndLeavesTheNewFile)
 {
     const auto inner = folder.makeFile ("tree/inner/file");
     listDirectories ({ "tree" });
@@ -58,7 +58,7 @@ TEST_F (Cleaner, TakesNoLock)
     EXPECT_EQ (mutexes.attempts, 0);
 }
 
-TEST_F (Cleaner, TellsPathsApartThatDifferInCase)
+TEST_F (Cleaner, DistinguishesPathsThatDifferInCase)
 {
     listDirectories ({ "product", "Product" });
 
@@ -97,14 +97,14 @@ TEST_F (Cleaner, RemovesNamesOf255Characters)
         succeeded (1, 0, { "Info: Deleting directory: " + path (name), "Info: Directory deleted: " + path (name) }));
 }
 
-// Lets nobody see what is in a folder until the cleaner has taken its last step.
+// Makes a folder unreadable until the cleaner's last step.
 static void closeFor (TestCleaner& cleaner, const std::string& path)
 {
     chmod (path.c_str(), 0);
     cleaner.after = [path] (const CleanResult&) { chmod (path.c_str(), 0700); };
 }
 
-TEST_F (Cleaner, FailsADirectoryWhoseContentsItMayNotSee)
+TEST_F (Cleaner, FailsADirectoryWithUnreadableContents)
 {
     folder.make ({ "directory/closed/file" });
     closeFor (cleaner, path ("directory/closed"));
@@ -116,7 +116,7 @@ TEST_F (Cleaner, FailsADirectoryWhoseContentsItMayNotSee)
                        { "directory/closed/file" }));
 }
 
-TEST_F (Cleaner, SkipsAnEntryThatItMayNotSee)
+TEST_F (Cleaner, SkipsAnEntryInAnUnreadableFolder)
 {
     folder.make ({ "closed/directory/" });
     closeFor (cleaner, path ("closed"));

@@ -4,7 +4,7 @@
 
 using namespace TessaraWorks;
 
-// Keeps a file open, for nobody else to touch.
+// Keeps a file open without sharing it.
 class FileInUse
 {
 public:
@@ -28,7 +28,7 @@ private:
     const HANDLE handle;
 };
 
-TEST_F (Cleaner, TakesPathsThatDifferInCaseForOneAndKeepsTheFirst)
+TEST_F (Cleaner, TreatsPathsThatDifferInCaseAsOneAndKeepsTheFirst)
 {
     folder.make ({ "PRODUCT/" });
     listDirectories ({ "PRODUCT", "product" });
@@ -39,7 +39,7 @@ TEST_F (Cleaner, TakesPathsThatDifferInCaseForOneAndKeepsTheFirst)
             1, 0, { "Info: Deleting directory: " + path ("PRODUCT"), "Info: Directory deleted: " + path ("PRODUCT") }));
 }
 
-TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheRest)
+TEST_F (Cleaner, FailsATreeWithAFileInUseAndRemovesTheRest)
 {
     folder.make ({ "tree/a/file", "tree/m/file", "tree/z/file" });
     const FileInUse fileInUse (folder.getChildFile ("tree/m/file"));
@@ -51,7 +51,7 @@ TEST_F (Cleaner, FailsATreeWithAFileThatIsOpenInAnotherApplicationAndRemovesTheR
                        { "tree/m/file" }));
 }
 
-TEST_F (Cleaner, ClearsNoReadOnlyAttribute)
+TEST_F (Cleaner, DoesNotClearAReadOnlyAttribute)
 {
     const auto file = folder.makeFile ("file");
     file.setReadOnly (true);
@@ -91,12 +91,12 @@ TEST_F (Cleaner, RemovesFoldersWhosePathsHaveMoreThan260Characters)
     for (int number = 0; number < 5; ++number)
     {
         innermost += "\\" + juce::String::repeatedString ("x", 100);
-        const auto unlimited = "\\\\?\\" + innermost; // a path of any length, wherever Windows runs
+        const auto unlimited = "\\\\?\\" + innermost; // allows a path of any length on every Windows
         ASSERT_TRUE (CreateDirectoryW (unlimited.toWideCharPointer(), nullptr));
     }
 
     if (! juce::File (innermost).isDirectory())
-        GTEST_SKIP() << "This system is not set up to let programs have long paths.";
+        GTEST_SKIP() << "This system is not configured for long paths.";
 
     listDirectories ({ "tree" });
 

@@ -2,8 +2,8 @@
 
 #include <juce_core/juce_core.h>
 
-/** Keeps a file from being deleted. Windows goes by the file's own attribute, Linux by the
-    permissions of the folder around it, so the file should be alone in its folder.
+/** Keeps a file from being deleted. Windows checks the file's own attribute, Linux the permissions of
+    its folder, so the file should be alone there.
 */
 inline void protectFromDeletion (const juce::File& file)
 {
@@ -11,7 +11,7 @@ inline void protectFromDeletion (const juce::File& file)
     file.getParentDirectory().setReadOnly (true);
 }
 
-/** Deletes a file, or a folder with all that it holds, whatever is protected in it. */
+/** Deletes a file, or a folder with its contents, even if they are protected. */
 inline void deleteEvenIfProtected (const juce::File& file)
 {
     file.getParentDirectory().setReadOnly (false);

@@ -11,9 +11,9 @@ using Lines = std::vector<std::string>;
 /** Returns a file's full path, as it is logged. */
 inline std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
 
-/** Is the process-wide logger while it lives, and keeps what is logged as lines such as
-    "Info: Files removed: 0", with what becomes of the log file among them. Unlike the real one it drops
-    nothing.
+/** Replaces the process-wide logger while it lives, and records each message as a line such as
+    "Info: Files removed: 0", and each opening and closing of the log file as another. Unlike the real
+    logger it drops nothing.
 */
 class RecordingLogger : public TessaraWorks::LogInterface
 {
@@ -40,10 +40,10 @@ public:
     juce::String getLogFilePath() override { return {}; }
     void closeLogFile() override { add ("Closed"); }
 
-    /** All that it was given, in order. */
+    /** The recorded lines, in order. */
     Lines lines;
 
-    /** Called with each line when it is there, if set. */
+    /** Called, if set, with each line after it is recorded. */
     std::function<void (const std::string&)> onLine;
 
 private:

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-/** Stands behind the registry functions while it lives: a table of uninstall entries that keeps the
-    calls, and that can refuse any of them.
+/** Replaces the registry while it lives: a table of uninstall entries that records the calls and can
+    refuse them.
 
     Keys are numbered from 1 in the order of opening.
 */
@@ -24,21 +24,21 @@ public:
 
     JUCE_DECLARE_NON_COPYABLE (RecordingRegistry)
 
-    /** What is registered, in the order of enumeration. */
+    /** The registered entries, in the order of enumeration. */
     std::vector<UninstallEntry> entries;
 
     /** The calls so far, such as "open PATH with 20019", "enumerate key 1 at 0 into 4096",
-        "query key 2 for DisplayName into 2048" and "close key 2". A key that is not open is called a
+        "query key 2 for DisplayName into 2048" and "close key 2". A key that is not open is a
         "closed key".
     */
     std::vector<std::string> calls;
 
-    /** Asked about each call but the closing ones, if set; true refuses it. The call is the last one
-        of calls by then, so that it can be told by its number as well.
+    /** Called, if set, for each call except a close; true refuses the call. It is already the last one in
+        calls, so that calls.size() is its number.
     */
     std::function<bool (const std::string& call)> refuses;
 
-    /** What a refused call returns: access denied, unless changed. */
+    /** The code that a refused call returns: by default, access denied. */
     juce::int32 refusalCode = 5;
 
     /** The paths of the keys that are open, in the order of opening. */

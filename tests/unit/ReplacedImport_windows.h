@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <string>
 
-/** Stands in, while it lives, for a function that this program calls of a DLL. Only calls of the
-    program's own code are replaced, JUCE's among it, and none that another DLL makes.
+/** Replaces, while it lives, a function that this program imports from a DLL. This affects the calls
+    of the program's own code, including JUCE's, and none that another DLL makes.
 */
 template <typename Function>
 class ReplacedImport
@@ -27,7 +27,7 @@ public:
     JUCE_DECLARE_NON_COPYABLE (ReplacedImport)
 
 private:
-    /** Finds the place of the executable's import table from which the function's address is read. */
+    /** Finds the slot of the function's address in the executable's import table. */
     static ULONG_PTR* find (const std::string& name)
     {
         auto* const image = reinterpret_cast<BYTE*> (GetModuleHandleW (nullptr));
@@ -61,6 +61,6 @@ private:
     ULONG_PTR* const slot;
 
 public:
-    /** The function of the DLL. */
+    /** The DLL's own function. */
     Function* const original;
 };

@@ -7,7 +7,7 @@
 
 using namespace TessaraWorks;
 
-TEST (ReportManualUninstall, PrintsThePathAsItCame)
+TEST (ReportManualUninstall, PrintsThePathUnchanged)
 {
     RecordingLogger logger;
     TemporaryFolder folder;
@@ -26,7 +26,7 @@ TEST (ReportManualUninstall, PrintsThePathAsItCame)
                         "files." }));
 }
 
-TEST (ReportManualUninstall, NamesNoUninstallerThatIsNoFile)
+TEST (ReportManualUninstall, DoesNotNameAnUninstallerThatIsNotAFile)
 {
     TemporaryFolder folder;
     const auto file = folder.makeFile ("uninstall.exe");

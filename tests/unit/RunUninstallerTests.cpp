@@ -2,7 +2,7 @@
 
 using namespace TessaraWorks;
 
-TEST_F (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEnded)
+TEST_F (RunUninstaller, ReturnsTheExitCodeOfAProgramThatEnded)
 {
     for (const juce::uint32 code : { 0u, 3u, 255u })
     {
@@ -13,7 +13,7 @@ TEST_F (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEnded)
     }
 }
 
-TEST_F (RunUninstaller, PutsThePathInQuotesAndTheArgumentsBehindItAsTheyAre)
+TEST_F (RunUninstaller, QuotesThePathAndAppendsTheArgumentsUnchanged)
 {
     StubUninstaller stub (folder.getChildFile ("a folder of blanks"), "the uninstaller");
 
@@ -21,7 +21,7 @@ TEST_F (RunUninstaller, PutsThePathInQuotesAndTheArgumentsBehindItAsTheyAre)
     EXPECT_EQ (stub.getNotes(), Lines { stub.calledWith ("/a \"b c\" \\d") });
 }
 
-TEST_F (RunUninstaller, PutsNothingBehindThePathWithoutArguments)
+TEST_F (RunUninstaller, AppendsNothingWithoutArguments)
 {
     StubUninstaller stub (folder, "uninstall");
 
@@ -29,7 +29,7 @@ TEST_F (RunUninstaller, PutsNothingBehindThePathWithoutArguments)
     EXPECT_EQ (stub.getNotes(), Lines { stub.getPath().quoted().toStdString() });
 }
 
-TEST_F (RunUninstaller, RunsTheProgramInTheOwnWorkingDirectoryAndEnvironment)
+TEST_F (RunUninstaller, RunsTheProgramInTheCurrentDirectoryAndEnvironment)
 {
     const auto file = folder.makeFile ("remove me");
     StubUninstaller stub (folder.getChildFile ("elsewhere"), "uninstall", { "remove remove me", "note-variable PATH" });
@@ -46,7 +46,7 @@ TEST_F (RunUninstaller, RunsTheProgramInTheOwnWorkingDirectoryAndEnvironment)
                         "done" }));
 }
 
-TEST_F (RunUninstaller, ShowsNothingOfWhatTheProgramPrints)
+TEST_F (RunUninstaller, HidesTheOutputOfTheProgram)
 {
     StubUninstaller stub (folder, "uninstall", { "print 1000", "print-error 1000" });
 

@@ -17,7 +17,7 @@ TEST_F (RunUninstaller, WarnsWhenTheStartFails)
 }
 
 // JUCE's start succeeds here as soon as there is a new process, whether or not it becomes the program.
-TEST_F (RunUninstaller, TakesAProgramThatIsNoneForOneThatExitedWith255)
+TEST_F (RunUninstaller, TreatsAFileThatIsNoProgramAsOneThatExitedWith255)
 {
     StubUninstaller stub (folder, "uninstall");
 

@@ -4,7 +4,7 @@
 
 using namespace TessaraWorks;
 
-TEST_F (RunUninstaller, PassesOnExitCodesOf32BitsEvenThatOfARunningProgram)
+TEST_F (RunUninstaller, ReturnsExitCodesOf32BitsEvenThatOfARunningProgram)
 {
     for (const juce::uint32 code : { 259u, 4294967295u })
     {
@@ -37,7 +37,7 @@ TEST_F (RunUninstaller, WarnsWhenThereIsNoProgramToStart)
     EXPECT_EQ (stub.getNotes(), Lines {});
 }
 
-TEST_F (RunUninstaller, StartsAProgramInAFolderOfLettersBeyondLatin)
+TEST_F (RunUninstaller, StartsAProgramInAFolderWithANonLatinName)
 {
     StubUninstaller stub (folder.getChildFile (juce::CharPointer_UTF8 ("\u97f3\u697d")), "uninstall");
 
@@ -45,7 +45,7 @@ TEST_F (RunUninstaller, StartsAProgramInAFolderOfLettersBeyondLatin)
     EXPECT_EQ (stub.getNotes(), Lines { stub.calledWith ("/SILENT") });
 }
 
-TEST_F (RunUninstaller, QuotesThePathAsItIsAndGivesTheProgramAPipeAndNoConsole)
+TEST_F (RunUninstaller, QuotesThePathUnchangedAndGivesTheProgramAPipeAndNoConsole)
 {
     static Lines calls;
     calls.clear();
@@ -88,7 +88,7 @@ TEST_F (RunUninstaller, StillWaitsAfter19999MillisecondsAndGivesUpAfter20000)
     EXPECT_EQ (clock.countReadings(), 3u);
 }
 
-TEST_F (RunUninstaller, PassesOnTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
+TEST_F (RunUninstaller, ReturnsTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
 {
     static BOOL (*getExitCode) (HANDLE, DWORD*) = nullptr;
 

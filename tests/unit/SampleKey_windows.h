@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-/** A new, volatile key that is there while it lives, below any hive and in any view. */
+/** A new, volatile registry key, below any hive and in any view, that exists while this object does. */
 class SampleKey
 {
 public:

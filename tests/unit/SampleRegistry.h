@@ -4,11 +4,11 @@
 
 #include <memory>
 
-/** Stands in for the machine's list of installed programs while it lives, with sample products alone:
-    in a registry of the test on Windows, in a table elsewhere.
+/** Replaces the machine's list of installed programs while it lives, with sample products only: in the
+    test's own registry on Windows, in a table elsewhere.
 
-    Entries are enumerated by the names of their keys on the former and in the order of adding on the
-    latter, so a test that depends on the order adds them in alphabetical order.
+    The registry enumerates entries by the names of their keys, the table in the order of adding. A test
+    that depends on the order must add them in alphabetical order.
 */
 class SampleRegistry
 {

@@ -12,7 +12,7 @@ struct SampleRegistry::Implementation
     std::list<SampleKey> keys;
 };
 
-// A text without a terminator goes in as REG_BINARY: to the other type, the system may add one.
+// A string without a terminator is stored as REG_BINARY: the system may add a terminator to a REG_SZ.
 static DWORD typeOf (const Bytes& value)
 {
     const auto size = value.size();

@@ -12,7 +12,7 @@
 
 using namespace TessaraWorks;
 
-// What a derived class is promised. Most of it is broken when this file does not compile.
+// The structure that derived classes rely on. Compiling this file checks most of it.
 
 template <typename T, typename U>
 constexpr bool is = std::is_same_v<T, U>;
@@ -66,7 +66,7 @@ static_assert (std::is_base_of_v<LogInterface, DefaultLogger>);
 static_assert (sizeof (DefaultLogger)
                == sizeof (LogInterface) + sizeof (std::unique_ptr<juce::FileLogger>) + sizeof (std::mutex));
 
-TEST (Structure, OfTheLoggerHasTheSettingsInTheirOrder)
+TEST (Structure, KeepsTheSettingsOfTheLoggerInOrder)
 {
     const DefaultLogger logger {};
     const void* const settings[] = {
@@ -105,14 +105,14 @@ constexpr bool addNoDataMember (const std::tuple<Product<Cleaners>...>&)
 
 static_assert (addNoDataMember (allProducts));
 
-TEST (Structure, OfACleanerHasTheDirectoriesBeforeTheFiles)
+TEST (Structure, KeepsTheDirectoriesOfACleanerBeforeItsFiles)
 {
     const TestCleaner cleaner {};
 
     EXPECT_LT (static_cast<const void*> (&cleaner.directories), static_cast<const void*> (&cleaner.files));
 }
 
-TEST (Structure, OfACleanerLetsNobodyReplaceTheRun)
+TEST (Structure, DoesNotLetACleanerReplaceTheRun)
 {
     struct Replacing : TestCleaner
     {

@@ -11,7 +11,7 @@
 
 using namespace TessaraWorks;
 
-// What the language keeps to itself, and the compilers on Linux tell.
+// Facts that the language hides, and the compilers on Linux reveal.
 
 /** Returns the name of the only base of a class, if it has one. */
 template <typename Class>
@@ -23,7 +23,7 @@ static std::string baseOf()
     return typeid (typeid (Class)) == typeid (abi::__class_type_info) ? "none" : "several";
 }
 
-TEST (Structure, HasNoClassesButTheTwoAndThoseThatDeriveFromThem)
+TEST (Structure, HasTwoBaseClassesFromWhichTheOthersDeriveDirectly)
 {
     EXPECT_EQ (baseOf<LogInterface>(), "none");
     EXPECT_EQ (baseOf<DefaultLogger>(), typeid (LogInterface).name());
@@ -37,16 +37,16 @@ TEST (Structure, HasNoClassesButTheTwoAndThoseThatDeriveFromThem)
         });
 }
 
-/** Returns the place of a virtual operation among those of its class, behind the two that a destructor takes. */
+/** Returns the index of a virtual function in its class, after the two entries of the destructor. */
 template <typename Operation>
 static std::ptrdiff_t placeOf (Operation operation)
 {
-    std::ptrdiff_t offset = 0; // in bytes and more by one, if the operation is virtual
+    std::ptrdiff_t offset = 0; // in bytes, plus one, for a virtual function
     std::memcpy (&offset, &operation, sizeof (offset));
     return (offset - 1) / static_cast<std::ptrdiff_t> (sizeof (void*)) - 2;
 }
 
-TEST (Structure, HasTheVirtualOperationsInTheirOrder)
+TEST (Structure, KeepsTheVirtualFunctionsInOrder)
 {
     EXPECT_EQ (placeOf (&LogInterface::write), 0);
     EXPECT_EQ (placeOf (&LogInterface::log), 1);

@@ -5,14 +5,12 @@
 #include <string>
 #include <vector>
 
-/** A copy of the stub uninstaller, which tests/tools/StubUninstaller.h describes, for a test to give
-    orders to.
-*/
+/** A copy of the stub uninstaller that follows a test's orders; see tests/tools/StubUninstaller.h. */
 class StubUninstaller
 {
 public:
-    /** Puts a copy into the folder, which it makes if need be, under the name and the system's ending
-        of programs.
+    /** Puts a copy into the folder, which it makes if necessary, under the name and the system's
+        extension of programs.
     */
     StubUninstaller (const juce::File& folder, const juce::String& name, const juce::StringArray& orders = {})
         : program (folder.getChildFile (name + getOwnProgram().getFileExtension()))
@@ -25,7 +23,7 @@ public:
             program.withFileExtension ("orders").replaceWithText (orders.joinIntoString ("\n"));
     }
 
-    /** Waits until the program is no longer running, as the system then lets it be deleted. */
+    /** Deletes the copy. Windows allows that only after the program has ended. */
     ~StubUninstaller()
     {
         for (int i = 0; i < 500 && ! program.deleteFile(); ++i)
@@ -36,13 +34,13 @@ public:
 
     juce::String getPath() const { return program.getFullPathName(); }
 
-    /** What it notes when it is started with these arguments. */
+    /** Returns the note of a start with these arguments. */
     std::string calledWith (const juce::String& arguments) const
     {
         return (getPath().quoted() + " " + arguments).toStdString();
     }
 
-    /** What the copy noted: for each start the command line, and "done" once its orders are obeyed. */
+    /** Returns the copy's notes: the command line of each start, and "done" after the last order. */
     std::vector<std::string> getNotes() const
     {
         auto lines = juce::StringArray::fromLines (program.withFileExtension ("calls").loadFileAsString());
@@ -56,7 +54,7 @@ public:
         return notes;
     }
 
-    /** Waits for so many notes, but not for ever. */
+    /** Waits for this number of notes, but not for ever. */
     void waitForNotes (size_t number) const
     {
         for (int i = 0; i < 3000 && getNotes().size() < number; ++i)

@@ -2,7 +2,7 @@
 
 #include "Protection.h"
 
-/** A new, empty folder that goes with all it holds when this object does. */
+/** A new, empty folder that is deleted with its contents when this object is destroyed. */
 class TemporaryFolder
 {
 public:
@@ -15,10 +15,10 @@ public:
 
     juce::String getFullPathName() const { return folder.getFullPathName(); }
 
-    /** Returns a path below the folder, with nothing there yet. */
+    /** Returns a path below the folder, and makes nothing there. */
     juce::File getChildFile (const juce::String& relativePath) const { return folder.getChildFile (relativePath); }
 
-    /** Makes a small file below the folder, and the folders that it lies in. */
+    /** Makes a small file below the folder, and its parent folders. */
     juce::File makeFile (const juce::String& relativePath) const
     {
         const auto file = getChildFile (relativePath);

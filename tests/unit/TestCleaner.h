@@ -4,7 +4,7 @@
 
 #include <functional>
 
-/** A cleaner that lists nothing by itself, with all that a real one keeps protected. */
+/** A cleaner that lists no paths of its own and gives tests access to its protected members. */
 class TestCleaner : public TessaraWorks::ProductCleaner
 {
 public:
@@ -14,10 +14,10 @@ public:
 
     juce::String getProductName() const override { return "Product"; }
 
-    /** What preClean() does. */
+    /** Called by preClean(). */
     std::function<void (TessaraWorks::CleanResult&)> before = [] (TessaraWorks::CleanResult&) {};
 
-    /** What postClean() does. */
+    /** Called by postClean(). */
     std::function<void (TessaraWorks::CleanResult&)> after = [] (TessaraWorks::CleanResult&) {};
 
 protected:

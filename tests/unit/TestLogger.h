@@ -8,14 +8,14 @@
 
 constexpr juce::int64 noLimit = -1;
 
-/** The text that a log file begins with, but for its time. */
+/** Returns the banner of a log file, with TIME for its time. */
 inline std::string banner (const std::string& welcomeMessage)
 {
     return "\r\n**********************************************************\r\n" + welcomeMessage
          + "\r\nLog started: TIME\r\n\r\n";
 }
 
-/** Returns the text with [time] and TIME in the places of the time stamps and of the times of banners. */
+/** Returns the text with [time] for each time stamp and TIME for the time of each banner. */
 inline std::string withoutTimes (const std::string& text)
 {
     static const std::regex stamp (R"((^|\n)\[(1?\d|2[0-3]):[0-5]\d:[0-5]\d:(\d|[1-9]\d{1,2})\])");
@@ -23,7 +23,7 @@ inline std::string withoutTimes (const std::string& text)
     return std::regex_replace (std::regex_replace (text, stamp, "$1[time]"), start, "Log started: TIME");
 }
 
-/** A logger of lines without time stamps, with a console of its own and a file to open. */
+/** A logger without time stamps, with its own console and a file to open. */
 class TestLogger : public TessaraWorks::DefaultLogger
 {
 public:
@@ -31,10 +31,10 @@ public:
 
     void open() { openLogFile (file, "welcome", noLimit); }
 
-    /** What the console was given so far, without the times. */
+    /** Returns the console's output so far, without times. */
     std::string shown() const { return withoutTimes (console.output()); }
 
-    /** What is in the file, without the times. */
+    /** Returns the contents of the file, without times. */
     std::string filed() const { return filed (file); }
     static std::string filed (const juce::File& logFile) { return withoutTimes (bytesOf (logFile)); }
 

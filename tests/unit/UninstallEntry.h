@@ -9,7 +9,7 @@
 /** The raw bytes of a registry value. */
 using Bytes = std::string;
 
-/** The bytes of a text as a program should store it. */
+/** Returns the bytes of a string as a program should store it. */
 inline Bytes terminated (std::u16string_view text)
 {
     return Bytes (reinterpret_cast<const char*> (text.data()), text.size() * sizeof (char16_t))
@@ -22,13 +22,13 @@ inline Bytes terminated (const juce::String& text)
     return Bytes (reinterpret_cast<const char*> (utf16.getAddress()), utf16.sizeInBytes());
 }
 
-/** The bytes of a text as a careless program stores it. */
+/** Returns the bytes of a string as a careless program stores it. */
 inline Bytes unterminated (std::u16string_view text)
 {
     return Bytes (reinterpret_cast<const char*> (text.data()), text.size() * sizeof (char16_t));
 }
 
-/** A subkey of the uninstall key, with the two values that matter. Each of them may be missing. */
+/** A subkey of the uninstall key, with the two values that matter. Either may be missing. */
 struct UninstallEntry
 {
     juce::String keyName;

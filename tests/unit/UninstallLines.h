@@ -2,8 +2,8 @@
 
 #include "RecordingLogger.h"
 
-/** What is logged of a product whose uninstaller does not start or does not end in time. The path is
-    empty if it is none that leads to a file.
+/** Returns the lines for a product whose uninstaller does not start or does not end in time. The path
+    must be empty unless it leads to a file.
 */
 inline Lines notUninstalled (const std::string& product, int exitCode, const juce::String& path = {})
 {

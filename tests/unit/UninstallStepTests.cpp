@@ -23,7 +23,7 @@ protected:
 using OrvexStudioUninstall = Uninstall;
 using ProductManagerUninstall = Uninstall;
 
-TEST_F (Uninstall, SaysAndChangesNothingWhenTheProductIsNotRegistered)
+TEST_F (Uninstall, LogsAndChangesNothingWhenTheProductIsNotRegistered)
 {
     for (const auto success : { true, false })
     {
@@ -49,7 +49,7 @@ TEST_F (Uninstall, RunsTheUninstallerWithTheArgumentsAndLogsItsExitCode)
     EXPECT_EQ (result, CleanResult());
 }
 
-TEST_F (Uninstall, DoesNotFailBecauseOfAnExitCodeNorMakesAFailureASuccess)
+TEST_F (Uninstall, LeavesTheResultUnchangedAfterAnExitCodeOtherThanZero)
 {
     StubUninstaller stub (folder, "uninstall", { "exit 3" });
     registry.add ({ "Sample", terminated (u"Sample product"), terminated (stub.getPath()) });
@@ -66,7 +66,7 @@ TEST_F (Uninstall, DoesNotFailBecauseOfAnExitCodeNorMakesAFailureASuccess)
     }
 }
 
-TEST_F (OrvexStudioUninstall, RunsTheTwoUninstallersOneBehindTheOther)
+TEST_F (OrvexStudioUninstall, RunsItsTwoUninstallersOneAfterTheOther)
 {
     StubUninstaller studio (folder, "studio", { "exit 2" });
     StubUninstaller version (folder, "version", { "exit 1" });
@@ -91,7 +91,7 @@ TEST_F (OrvexStudioUninstall, RunsTheSecondUninstallerAloneWhenTheFirstIsNotRegi
     EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 2" });
 }
 
-TEST_F (OrvexStudioUninstall, RunsAnUninstallerTwiceWhoseNameHasBothFragments)
+TEST_F (OrvexStudioUninstall, RunsAnUninstallerTwiceIfItsNameHasBothFragments)
 {
     StubUninstaller stub (folder, "uninstall");
     registry.add ({ "Sample 1", terminated (u"Orvex Studio, Orvex version 4"), terminated (stub.getPath()) });
@@ -102,7 +102,7 @@ TEST_F (OrvexStudioUninstall, RunsAnUninstallerTwiceWhoseNameHasBothFragments)
     EXPECT_EQ (logger.lines, (Lines { "Info: Uninstaller exit code: 0", "Info: Uninstaller exit code: 0" }));
 }
 
-TEST_F (ProductManagerUninstall, RunsTheOneUninstallerOfTheProduct)
+TEST_F (ProductManagerUninstall, RunsOnlyItsOwnUninstaller)
 {
     StubUninstaller other (folder, "other");
     StubUninstaller manager (folder, "manager", { "exit 4" });

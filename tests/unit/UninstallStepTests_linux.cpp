@@ -30,7 +30,7 @@ protected:
     RecordingRegistry registry;
 };
 
-TEST_F (UninstallByTable, OfTheStudioAdvisesTwiceWhenBothStartsFail)
+TEST_F (UninstallByTable, AdvisesTwiceForTheStudioWhenBothStartsFail)
 {
     registry.entries = { { "Version", terminated (u"Orvex version 4"), terminated (stub.getPath()) },
                          { "Studio", terminated (u"Orvex Studio"), terminated (stub.getPath() + " /ask") } };
@@ -40,7 +40,7 @@ TEST_F (UninstallByTable, OfTheStudioAdvisesTwiceWhenBothStartsFail)
     EXPECT_EQ (logger.lines, notUninstalled ("Orvex", 0, stub.getPath()) + notUninstalled ("Orvex Studio", 0));
 }
 
-TEST_F (UninstallByTable, OfTheProductManagerAdvisesWhenTheStartFails)
+TEST_F (UninstallByTable, AdvisesForTheProductManagerWhenTheStartFails)
 {
     registry.entries = { { "Manager", terminated (u"Orvex Product Manager"), {} } };
 
@@ -49,7 +49,7 @@ TEST_F (UninstallByTable, OfTheProductManagerAdvisesWhenTheStartFails)
     EXPECT_EQ (logger.lines, notUninstalled ("Orvex Product Manager", 0));
 }
 
-TEST_F (UninstallByTable, OfTheStudioGoesOnWithTheSecondLookupWhenTheFirstWasRefused)
+TEST_F (UninstallByTable, ContinuesWithTheSecondLookupOfTheStudioWhenTheFirstIsRefused)
 {
     registry.entries = { { "Both", terminated (u"Orvex Studio, Orvex version 4"), terminated (stub.getPath()) } };
     registry.refuses = [&] (const std::string&) { return registry.calls.size() == 1; };
@@ -60,7 +60,7 @@ TEST_F (UninstallByTable, OfTheStudioGoesOnWithTheSecondLookupWhenTheFirstWasRef
     EXPECT_EQ (logger.lines, (Lines { rootRefused, "Info: Uninstaller exit code: 0" }));
 }
 
-TEST_F (UninstallByTable, CountsARefusedRegistryAsNothingRegistered)
+TEST_F (UninstallByTable, TreatsARefusedRegistryAsEmpty)
 {
     registry.refuses = [] (const std::string&) { return true; };
 
@@ -72,10 +72,10 @@ TEST_F (UninstallByTable, CountsARefusedRegistryAsNothingRegistered)
     EXPECT_EQ (logger.lines, Lines { rootRefused });
 }
 
-TEST_F (UninstallByTable, OfTheStudioFailsWithTheFirstStartAlthoughTheSecondLookupIsRefused)
+TEST_F (UninstallByTable, FailsTheStudioAfterItsFirstStartEvenIfTheSecondLookupIsRefused)
 {
     registry.entries = { { "Version", terminated (u"Orvex version 4"), {} } };
-    registry.refuses = [&] (const std::string&) { return registry.calls.size() == 7; }; // the six of the first lookup
+    registry.refuses = [&] (const std::string&) { return registry.calls.size() == 7; }; // the first lookup makes six
 
     EXPECT_EQ (preCleanWithoutStarts<OrvexStudioCleaner>(), stops);
 

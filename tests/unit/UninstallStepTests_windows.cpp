@@ -20,7 +20,7 @@ protected:
     SampleRegistry registry;
 };
 
-TEST_F (UninstallOnWindows, OfTheStudioAdvisesTwiceWhenBothUninstallersOutlastTheLimit)
+TEST_F (UninstallOnWindows, AdvisesTwiceForTheStudioWhenBothUninstallersOutlastTheLimit)
 {
     StubUninstaller version (folder, "version", { "sleep 2000" });
     StubUninstaller studio (folder, "studio", { "sleep 2000" });
@@ -35,7 +35,7 @@ TEST_F (UninstallOnWindows, OfTheStudioAdvisesTwiceWhenBothUninstallersOutlastTh
                    + notUninstalled ("Orvex Studio", 259, studio.getPath()));
 }
 
-// The uninstaller is another process, and so removes its entry from the machine's own list.
+// The uninstaller is a separate process, so it removes its entry from the machine's own list.
 class UninstallOnThisMachine : public DisposableMachine
 {
 protected:
@@ -43,7 +43,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F (UninstallOnThisMachine, OfTheStudioRunsAnUninstallerOnceThatRemovesItsEntry)
+TEST_F (UninstallOnThisMachine, RunsAnUninstallerOfTheStudioOnceIfItRemovesItsEntry)
 {
     const auto path = juce::String (uninstallRoot) + "\\Sample 1";
     StubUninstaller stub (folder, "uninstall", { "remove-key " + path });

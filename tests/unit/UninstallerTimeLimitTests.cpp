@@ -9,14 +9,14 @@
 
 using namespace TessaraWorks;
 
-TEST (UninstallerTimeLimit, Is20SecondsAndThenTheProgramGoesOnByItselfAndTheCleanerWithItsNextOne)
+TEST (UninstallerTimeLimit, Is20SecondsAfterWhichTheProgramRunsOnAndTheCleanerStartsTheNextOne)
 {
     const auto onWindows = (juce::SystemStats::getOperatingSystemType() & juce::SystemStats::Windows) != 0;
     const auto codeOfRunningProgram = onWindows ? 259 : 0;
 
     RecordingLogger logger;
     TemporaryFolder folder;
-    StubUninstaller version (folder, "version", { "print 40000", "print-error 40000" }); // more than the one pipe holds
+    StubUninstaller version (folder, "version", { "print 40000", "print-error 40000" }); // more than their shared pipe holds
     StubUninstaller studio (folder, "studio", { "exit 2" });
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
