@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-// What the fuzz targets share.
+// Shared by the fuzz targets.
 
 /** Called by libFuzzer with each input. */
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
 
-/** Ends the process, for libFuzzer to keep the input, unless the program did what the model says. */
+/** Ends the process, so that libFuzzer keeps the input, unless the program and the model agree. */
 inline void expectEqual (const char* what, const std::string& actual, const std::string& expected)
 {
     if (actual == expected)
@@ -22,7 +22,7 @@ inline void expectEqual (const char* what, const std::string& actual, const std:
     std::abort();
 }
 
-/** Returns the parts between the separators. An empty text is one empty part. */
+/** Returns the parts between the separators. An empty string is one empty part. */
 inline std::vector<std::string> split (const std::string& text, char separator)
 {
     std::vector<std::string> parts (1);

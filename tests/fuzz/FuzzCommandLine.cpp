@@ -1,5 +1,5 @@
-// Which command and which target the arguments choose. The input is the arguments, with a NUL
-// between each two of them.
+// Checks which command and which target the arguments choose. The input is the arguments,
+// separated by NULs.
 
 #include "../shared/Products.h"
 #include "AllCommands.h"
@@ -50,14 +50,14 @@ static std::string programsChoice (std::vector<std::string> arguments)
 
 //  The model
 
-static bool isBlank (char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+static bool isWhitespace (char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 static bool isQuote (char c) { return c == '"' || c == '\''; }
 
-// JUCE trims an argument and takes off a leading quote with its closing one, if there is one.
+// JUCE trims an argument and removes a leading quote, with its closing one if there is one.
 static std::string asJuceTakesIt (std::string argument)
 {
-    argument.erase (argument.begin(), std::find_if_not (argument.begin(), argument.end(), isBlank));
-    argument.erase (std::find_if_not (argument.rbegin(), argument.rend(), isBlank).base(), argument.end());
+    argument.erase (argument.begin(), std::find_if_not (argument.begin(), argument.end(), isWhitespace));
+    argument.erase (std::find_if_not (argument.rbegin(), argument.rend(), isWhitespace).base(), argument.end());
 
     if (! argument.empty() && isQuote (argument.front()))
     {
@@ -80,7 +80,7 @@ static bool isShortOption (const std::string& argument, char letter)
     return argument[0] == '-' && argument[1] != '-' && argument.find (letter) != std::string::npos;
 }
 
-// JUCE takes each byte of an argument for a character.
+// JUCE reads each byte of an argument as a character.
 static std::string utf8 (const std::string& latin1)
 {
     std::string text;

@@ -1,5 +1,5 @@
-// The answers at the prompt. The input is the whole standard input, which the program asks as often
-// as there is something left, and twice after its end.
+// Checks the answers at the prompt. The input is the whole standard input. The program asks until
+// it has read all of it, and twice after its end.
 
 #include "Console.h"
 #include "Expect.h"
@@ -84,7 +84,7 @@ int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     Input model { { data, data + size } };
     Console console (model.text);
-    auto promptsLeft = size + 4; // one for each line at most, and for the askings after the end
+    auto promptsLeft = size + 4; // at most one for each line, and those after the end
     console.onFlush = [&]
     {
         if (promptsLeft-- == 0)

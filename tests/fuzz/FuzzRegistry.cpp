@@ -1,14 +1,13 @@
-// The search for an uninstaller. The input is text: the fragment to look for in the first line, and
-// one entry in each further line, with tabs between the key's name, the display name and the uninstall
-// string. An entry counts only with a name that no entry before it has. Characters in front of a field
-// change it:
+// Checks the search for an uninstaller. The first line of the input is the fragment to look for. Each
+// further line is an entry: the key's name, the display name and the uninstall string, separated by
+// tabs. An entry with the name of an earlier one is ignored. Characters before a field change it:
 //
 //   fragment:  ! the root key cannot be opened
 //   name:      ! the entry cannot be opened    # the enumeration fails here
 //   value:     ! the query fails    ~ not terminated    - the same without its last byte
 //              * repeated until it just fits, not terminated    + repeated until it is too long by one
 //
-// A byte from 0x80 on makes one UTF-16 code unit with the byte behind it, so that surrogates come up.
+// A byte of 0x80 or more makes one UTF-16 code unit with the byte after it, so that surrogates occur.
 
 #include "Expect.h"
 #include "RecordingLogger.h"
@@ -192,7 +191,7 @@ static Search programsSearch (const Contents& contents)
 
 //  The model
 
-/** A value's buffer, in which a short value leaves what is behind it. */
+/** A value's buffer. A shorter value leaves the end of the one before it in place. */
 struct Buffer
 {
     Bytes bytes = Bytes (longestValue * sizeof (char16_t), '\0');

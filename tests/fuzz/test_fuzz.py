@@ -6,7 +6,7 @@ import pytest
 
 from project import TOP
 
-# So many that each target takes some ten seconds at most.
+# Each target takes about ten seconds at most.
 RUNS = {
     "FuzzCommandLine": 100_000,
     "FuzzPrompt": 50_000,
@@ -15,7 +15,7 @@ RUNS = {
 
 
 @pytest.mark.parametrize("target", RUNS)
-def test_the_program_does_what_the_model_says_for_any_input(target, tmp_path):
+def test_program_and_model_agree_on_any_input(target, tmp_path):
     learnt = tmp_path / "corpus"
     learnt.mkdir()
 
