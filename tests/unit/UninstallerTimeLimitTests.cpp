@@ -16,7 +16,7 @@ TEST (UninstallerTimeLimit, Is20SecondsAfterWhichTheProgramRunsOnAndTheCleanerSt
 
     RecordingLogger logger;
     TemporaryFolder folder;
-    StubUninstaller version (folder, "version", { "print 40000", "print-error 40000" }); // more than their shared pipe holds
+    StubUninstaller version (folder, "version", { "print 40000", "print-error 40000" }); // more than one pipe holds
     StubUninstaller studio (folder, "studio", { "exit 2" });
     SampleRegistry registry;
     registry.add ({ "Sample 1", terminated (u"Orvex version 4"), terminated (version.getPath()) });
