@@ -9,14 +9,18 @@ pytest.register_assert_rewrite("random_machines")
 
 def pytest_addoption(parser):
     parser.addoption(
-        "--fresh", type=int, default=0, metavar="NUMBER", help="try so many random machines that are not fixed"
+        "--fresh",
+        type=int,
+        default=0,
+        metavar="NUMBER",
+        help="try this many fresh random machines instead of the fixed ones",
     )
-    parser.addoption("--full-size", action="store_true", help="try the great sizes on Windows too")
+    parser.addoption("--full-size", action="store_true", help="try the large sizes on Windows too")
 
 
 @pytest.fixture
 def full_size(request):
-    """Whether the great sizes are wanted that take Wine long."""
+    """Whether to try the large sizes, which take long under Wine."""
     return request.config.getoption("full_size")
 
 

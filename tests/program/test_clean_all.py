@@ -12,7 +12,7 @@ def yes_to(*accepted) -> str:
     return "".join("y\n" if product in accepted else "n\n" for product in PRODUCTS)
 
 
-# What is typed, and the products that it accepts. After the end of the input, every answer is a yes.
+# The typed input, and the products that it accepts. After the end of the input, every answer is a yes.
 ANSWERS = {
     "yes to all": (yes_to(*PRODUCTS) + "\n", PRODUCTS),
     "no to all": (yes_to() + "\n", []),
@@ -25,7 +25,7 @@ ANSWERS = {
 
 
 @pytest.mark.parametrize(("typed", "accepted"), ANSWERS.values(), ids=ANSWERS)
-def test_cleans_those_products_that_were_answered_with_yes(linux, typed, accepted):
+def test_cleans_the_products_that_were_answered_with_yes(linux, typed, accepted):
     listed = {path for product in PRODUCTS for path in product.paths(linux)}
     present = set(listed)
     outcomes = {}
@@ -49,7 +49,7 @@ def test_cleans_those_products_that_were_answered_with_yes(linux, typed, accepte
     [(["--clean=All"], 1), ([], 0), (["--unknown"], 0)],
     ids=["--clean=All", "no argument", "--unknown"],
 )
-def test_exits_with_1_after_a_failure_only_if_it_was_asked_for_by_its_name(machine, arguments, exit_code):
+def test_exits_with_1_after_a_failure_only_if_a_target_was_named(machine, arguments, exit_code):
     put(machine.content, "File.dat")
     machine.make_undeletable(machine.content / "File.dat")
 

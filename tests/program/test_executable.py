@@ -1,6 +1,6 @@
-"""What the executable for Windows is made of, read from the file itself.
+"""The headers, imports and resources of the Windows executable, read from the file.
 
-Wine does not obey all of it, so that only the file can show it.
+Wine ignores some of them, so only the file can show them.
 """
 
 import re
@@ -14,7 +14,7 @@ from pefile import PE, RESOURCE_TYPE
 from project import BUILD, TOP
 from release import IS_MADE_HERE, VERSION
 
-# What the program may call of each DLL. All of these lie in the system's folder of every Windows from 7 to 11.
+# The functions that the program may call in each DLL. Every Windows from 7 to 11 has them in its system folder.
 ALLOWED_IMPORTS = Path(__file__).with_name("imports.txt")
 
 
@@ -24,7 +24,7 @@ def image(windows_executable):
 
 
 def resource(image: PE, kind: str) -> bytes:
-    """The one resource of this kind."""
+    """The only resource of this kind."""
     entries = [entry for entry in image.DIRECTORY_ENTRY_RESOURCE.entries if entry.id == RESOURCE_TYPE[kind]]
 
     while hasattr(entries[0], "directory"):  # of its names, and of the languages of its name
@@ -46,7 +46,7 @@ def test_is_a_console_program_for_64_bit_windows_7_and_later(image):
     assert (header.MajorSubsystemVersion, header.MinorSubsystemVersion) == windows_7
 
 
-def test_imports_what_it_needs_and_nothing_else(image):
+def test_imports_only_the_allowed_functions(image):
     allowed = re.findall(r"^(\S+)\n((?: .+\n)+)", ALLOWED_IMPORTS.read_text(), re.MULTILINE)
     allowed = {dll: set(functions.split()) for dll, functions in allowed}
 
@@ -57,7 +57,7 @@ def test_imports_what_it_needs_and_nothing_else(image):
     assert {dll: functions - allowed[dll] for dll, functions in imports.items()} == dict.fromkeys(allowed, set())
 
 
-def test_loads_dlls_from_the_folder_of_the_system_alone(image):
+def test_loads_dlls_only_from_the_system_folder(image):
     load_library_search_system32 = 0x800
     dependent_load_flags = image.DIRECTORY_ENTRY_LOAD_CONFIG.struct.get_file_offset() + 0x4E
 
@@ -76,7 +76,7 @@ def test_has_no_section_that_is_writable_and_executable(image):
     assert [s.Name for s in image.sections if s.IMAGE_SCN_MEM_WRITE and s.IMAGE_SCN_MEM_EXECUTE] == []
 
 
-def test_has_a_stack_for_folders_as_deep_as_a_path_is_long(image):
+def test_has_a_stack_for_the_deepest_folder_that_a_path_can_name(image):
     deepest = 32766 // 2
     bytes_of_a_call = 128  # of juce::File::deleteRecursively, optimised for size
 
@@ -88,7 +88,7 @@ def test_is_small(windows_executable):
     assert windows_executable.stat().st_size <= 850_000
 
 
-def test_tells_neither_when_nor_where_it_was_built(image, windows_executable):
+def test_does_not_reveal_when_or_where_it_was_built(image, windows_executable):
     content = windows_executable.read_bytes()
     places = [str(TOP), str(Path.home()), "/usr/share/juce", "/usr/lib/gcc"]
 
@@ -123,7 +123,7 @@ def test_asks_for_administrator_rights_and_long_paths_and_no_code_page(image):
     assert [(setting.tag, setting.text) for setting in settings] == [(f"{settings_2016}longPathAware", "true")]
 
 
-def test_tells_its_name_its_maker_and_its_version(image):
+def test_states_its_name_maker_and_version(image):
     major, minor, patch = map(int, VERSION.split("."))
     numbers = major << 16 | minor, patch << 16
     (fixed,) = image.VS_FIXEDFILEINFO
@@ -150,12 +150,12 @@ def test_tells_its_name_its_maker_and_its_version(image):
     assert variable.entry == {b"Translation": "0x0409 0x04b0"}
 
 
-# Visual Studio has a resource compiler of its own, which llvm-rc is written to equal.
+# llvm-rc is written to match Visual Studio's resource compiler.
 def test_has_the_resources_that_another_compiler_makes(image, tmp_path):
     headers = "/usr/x86_64-w64-mingw32/include"
     compiled = tmp_path / "OrvexCleaner.res"
 
-    # Named from its folder: a path from the root can look like an option, /check/... like /C.
+    # Named relative to its folder: an absolute path can look like an option, /check/... like /C.
     command = ["llvm-rc", "/I", headers, "/FO", compiled, "OrvexCleaner.rc"]
     subprocess.run(command, cwd=BUILD / "windows", check=True)
 

@@ -1,4 +1,4 @@
-"""The guide says what the program does: how a run looks, its folders, its messages, its exit codes."""
+"""The guide matches the program: its output, folders, messages and exit codes."""
 
 import re
 import subprocess
@@ -23,18 +23,18 @@ def sections(text: str) -> dict[str, str]:
 
 
 def indented_lines(text: str) -> list[str]:
-    """The indented lines, each with those behind it that are indented further."""
+    """The indented lines, each with the lines after it that are indented further."""
     lines = re.findall(r"^    (\S.*(?:\n {8,}\S.*)*)$", text, re.MULTILINE)
     return [re.sub(r"\s*\n\s*", " ", line) for line in lines]
 
 
-def test_has_what_a_person_needs_first_on_one_screen():
+def test_fits_the_essentials_on_one_screen():
     assert len(FIRST_SCREEN.rstrip().splitlines()) <= 65
     titles = ["Before you start", "Run it", "How it ends", "If it failed", "Getting help"]
     assert list(sections(FIRST_SCREEN))[1:] == titles
 
 
-def test_shows_what_one_product_looks_like(windows):
+def test_shows_the_output_for_one_product(windows):
     studio = windows.program_files / "Orvex Studio"
     windows.place_uninstaller(studio / "unins000.exe")
     windows.register(
@@ -58,7 +58,7 @@ def test_names_the_lines_to_look_for_and_the_address_as_the_program_writes_them(
     assert f"Write to {address}." in sections(FIRST_SCREEN)["Getting help"]
 
 
-def test_tells_how_long_the_uninstallers_may_take():
+def test_gives_the_time_limit_of_the_uninstallers():
     code = (TOP / "src" / "uninstall" / "RunUninstaller.cpp").read_text()
     (milliseconds,) = re.findall(r"timeLimitMilliseconds = (\d+);", code)
     seconds = int(milliseconds) // 1000
@@ -67,7 +67,7 @@ def test_tells_how_long_the_uninstallers_may_take():
     assert set(re.findall(r"(\d+) seconds", GUIDE)) == {str(seconds)}
 
 
-def test_tells_where_all_that_is_to_be_kept_is():
+def test_names_the_settings_to_keep():
     kept = [child for product in PRODUCTS for base, child in product.table if base == "user_data"]
 
     assert "in %AppData% whose names begin with Orvex or Velantone" in FIRST_SCREEN
@@ -75,7 +75,7 @@ def test_tells_where_all_that_is_to_be_kept_is():
     assert [child for child in kept if not child.startswith(("Orvex", "Velantone"))] == []
 
 
-def test_tells_that_the_last_question_is_about_the_content_too(windows, content):
+def test_warns_that_the_last_question_includes_the_content(windows, content):
     shared = windows.vst3 / "TessaraWorks"
     shared.mkdir(parents=True)
 
@@ -114,7 +114,7 @@ def test_lists_the_targets_in_the_order_of_the_questions_with_their_folders():
     )
 
 
-def test_tells_every_message_of_the_program_and_no_other():
+def test_lists_every_message_of_the_program_and_no_other():
     told = indented_lines(sections(GUIDE)["Messages"])
     patterns = message_patterns()
 
@@ -123,7 +123,7 @@ def test_tells_every_message_of_the_program_and_no_other():
     assert told[-1].endswith("Valid targets are: " + ", ".join(TARGETS))
 
 
-def test_tells_the_names_that_stand_for_the_products_in_messages():
+def test_lists_the_names_of_the_products_in_messages():
     *names, last = [product.name for product in PRODUCTS]
     advised = re.findall(r'", "/SILENT", "(.+?)" \}', all_code("products"))
     *others, last_advised = dict.fromkeys(advised)
@@ -146,7 +146,7 @@ def test_shows_a_failed_run_in_full(windows):
     assert run.log == LOG_BANNER + shown
 
 
-def test_tells_a_complete_run_by_the_end_of_each_question(windows, content):
+def test_recognises_a_complete_run_by_the_end_of_each_question(windows, content):
     windows.register(NO_SUCH_UNINSTALLER)
     windows.make_undeletable(content / "Legato.pack")
     (windows.vst3 / "TessaraWorks").mkdir(parents=True)
@@ -161,7 +161,7 @@ def test_tells_a_complete_run_by_the_end_of_each_question(windows, content):
     assert [end in line for end, line in zip(ends, last_lines)] == [True] * len(PRODUCTS)
 
 
-def test_tells_the_exit_codes_that_the_program_returns(windows):
+def test_lists_the_exit_codes_that_the_program_returns(windows):
     def returned(*arguments, **options):
         return str(windows.run(*arguments, **options).exit_code)
 
@@ -188,7 +188,7 @@ def test_tells_the_exit_codes_that_the_program_returns(windows):
     assert told == measured
 
 
-# The command for many machines, as it stands in the guide.
+# The command for many machines, as in the guide.
 (COMMAND,) = re.findall(r'^    cmd /c "(.+)"$', GUIDE, re.MULTILINE)
 
 
@@ -200,7 +200,7 @@ def content(windows):
 
 @pytest.fixture
 def output(windows):
-    """Where the command puts the program's output."""
+    """The file to which the command redirects the program's output."""
     file = windows.c / "windows" / "logs" / "OrvexCleaner.txt"
     file.parent.mkdir(exist_ok=True)
     yield file
@@ -208,13 +208,13 @@ def output(windows):
 
 
 def exit_code_of(windows, command: str) -> int:
-    """Has Windows' own shell run a command beside the program, with somebody there who would decline everything."""
+    """Runs a command in Windows' own shell beside the program, with a person there who would decline everything."""
     with windows.input(NO_TO_ALL) as person:
         run = windows.entered("wine", "cmd", "/c", command)
         return subprocess.run(run, env=wine_environment(), cwd=windows.downloads, stdin=person).returncode
 
 
-# The rows of the table of inputs that can be tried: an input, and the questions that it answers with yes.
+# The rows of the guide's table that can be tried: an input, and the questions that it answers with yes.
 INPUTS = {
     "Enter alone": ("\n" + "n\n" * 4, [1]),
     "Enter once too often": ("n\n\n" + "n\n" * 3, [2]),
@@ -236,7 +236,7 @@ NOT_TRIED_HERE = [
     "a scheduled task without redirection",
 ]
 
-# As the table tells them.
+# As the table words them.
 QUESTIONS = {
     "this question": [1],
     "the next one": [2],
@@ -266,7 +266,7 @@ def test_lists_the_inputs_that_are_tried_here_and_those_that_cannot_be():
 
 
 @pytest.mark.parametrize("row", INPUTS)
-def test_tells_what_counts_as_a_yes(windows, row):
+def test_lists_which_inputs_count_as_a_yes(windows, row):
     answers, questions = INPUTS[row]
     told, why = told_inputs()[row]
 
@@ -285,19 +285,19 @@ def test_tells_what_counts_as_a_yes(windows, row):
     assert asks_without_end == ("asks without end" in why)
 
 
-def test_tells_that_an_echoed_no_is_a_yes(windows, output):
+def test_warns_that_an_echoed_no_is_a_yes(windows, output):
     exit_code = exit_code_of(windows, ECHOED + " > %SystemRoot%\\Logs\\OrvexCleaner.txt 2>&1")
 
     assert exit_code == 0
     assert questions_answered_with_yes(windows) == QUESTIONS[told_inputs()[ECHOED][0]]
 
 
-def test_carries_the_same_command_to_many_machines_by_every_tool():
+def test_gives_every_tool_for_many_machines_the_same_command():
     assert [line for line in GUIDE.splitlines() if "2>&1" in line and COMMAND not in line] == []
     assert sections(GUIDE)["Many machines"].count(COMMAND) == 3
 
 
-def test_removes_everything_from_many_machines_even_as_an_account_without_a_desktop(windows, content, output):
+def test_the_command_for_many_machines_removes_everything_even_without_a_desktop(windows, content, output):
     output.write_text("of an earlier run")
 
     with windows.without("desktop"):
@@ -312,7 +312,7 @@ def test_removes_everything_from_many_machines_even_as_an_account_without_a_desk
     assert not content.parent.exists()
 
 
-def test_tells_of_many_machines_which_failed(windows, content, output):
+def test_the_command_for_many_machines_reports_a_failure(windows, content, output):
     windows.make_undeletable(content / "Legato.pack")
 
     exit_code = exit_code_of(windows, COMMAND)
@@ -323,7 +323,7 @@ def test_tells_of_many_machines_which_failed(windows, content, output):
     assert told.endswith(FAILURE)
 
 
-def test_keeps_the_content_of_many_machines_with_the_answers_of_the_guide(windows, content, output):
+def test_the_answers_for_many_machines_keep_the_content(windows, content, output):
     (studio := windows.user_data / "Orvex").mkdir()
     making_the_answers = indented_lines(sections(GUIDE)["Unattended use"])[1 : 1 + len(PRODUCTS)]
     exit_code_of(windows, "&".join(making_the_answers))
@@ -336,8 +336,8 @@ def test_keeps_the_content_of_many_machines_with_the_answers_of_the_guide(window
     assert not studio.exists()
 
 
-def test_does_nothing_to_many_machines_without_the_answers_that_were_to_be_there(windows, content, output):
-    exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))  # whose exit code is not Windows' in Wine
+def test_the_command_for_many_machines_does_nothing_if_its_answers_are_missing(windows, content, output):
+    exit_code_of(windows, COMMAND.replace("< NUL", "< answers.txt"))  # Wine returns another exit code than Windows
 
     assert windows.log() is None
     assert not output.exists()
@@ -345,7 +345,7 @@ def test_does_nothing_to_many_machines_without_the_answers_that_were_to_be_there
 
 
 @pytest.mark.parametrize(("is_locked", "exit_code"), [(False, 0), (True, 1)], ids=["success", "failure"])
-def test_asks_nobody_where_there_is_no_console(windows, content, is_locked, exit_code):
+def test_asks_nobody_without_a_console(windows, content, is_locked, exit_code):
     if is_locked:
         windows.make_undeletable(content / "Legato.pack")
 
@@ -356,7 +356,7 @@ def test_asks_nobody_where_there_is_no_console(windows, content, is_locked, exit
     assert content.exists() == is_locked
 
 
-def test_names_tests_that_are_there():
+def test_names_existing_tests():
     named = re.findall(r"^    (tests/\S+): (\w+)$", GUIDE, re.MULTILINE)
 
     assert named
@@ -374,7 +374,7 @@ def all_code(folder: str = "") -> str:
 
 
 def message_patterns() -> list[str]:
-    """A regular expression for each line that the sources can write, but for the banner and for JUCE's texts."""
+    """A regular expression for each line that the sources can write, except the banner and JUCE's own output."""
     code = all_code()
 
     logged = re.findall(r"\blog \((\w+),\s*([^;]*\"[^;]*)\);", code)
@@ -390,7 +390,7 @@ def message_patterns() -> list[str]:
 
 
 def pattern(expression: str) -> str:
-    """Of joined C++ texts: the literals as they are, and ".+" for all that is known at run time only."""
+    """A pattern for joined C++ strings: the literals as they are, and ".+" for every part known only at run time."""
     pieces = re.split(r"\s*(?:\+|<<)\s*(?=(?:[^\"]*\"[^\"]*\")*[^\"]*$)", expression.strip())
     manipulators = {"std::endl": "\n", "std::flush": ""}
     return "".join(

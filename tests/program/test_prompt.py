@@ -1,4 +1,4 @@
-"""What counts as an answer, and what becomes of the input's end."""
+"""The input that counts as an answer, and the end of the input."""
 
 import subprocess
 
@@ -44,17 +44,17 @@ def check_answers(machine, answers, is_yes):
 
 def test_asks_again_until_there_is_an_answer(machine):
     words = ["yes", "no", "YES", "No", "yy", "nn", "y.", "Y/n", "1", "はい", "👍", "y" * 100_000]
-    blanks = [" y", "y ", " n", "n ", " ", "\t", "y\t", "\tn"]
+    padded = [" y", "y ", " n", "n ", " ", "\t", "y\t", "\tn"]
     letters = ["Ж", "Ÿ", "ÿ", "ñ", "ｙ", "Ｎ"]
-    of_a_console = [b"\x80", b"\x80a va, et tout le reste", b"\xc1\xb9", b"y\xff", b"\xfb"]  # no UTF-8
-    lines = [line.encode() for line in words + blanks + letters] + of_a_console
+    of_a_console = [b"\x80", b"\x80a va, et tout le reste", b"\xc1\xb9", b"y\xff", b"\xfb"]  # not UTF-8
+    lines = [line.encode() for line in words + padded + letters] + of_a_console
 
     run = machine.run("--clean=Content", answers=b"\n".join([*lines, b"n", b"", b""]))
 
     assert run == succeeded(machine, QUESTION + "Y/n? " * len(lines) + CANCELLED)
 
 
-# What a console of Windows 10 sends for three characters beyond ASCII in code page 65001.
+# A console of Windows 10 sends this for three characters beyond ASCII in code page 65001.
 def test_asks_again_after_a_line_of_nuls(machine):
     machine.content.mkdir(parents=True)
 
@@ -64,7 +64,7 @@ def test_asks_again_after_a_line_of_nuls(machine):
     assert machine.content.is_dir()
 
 
-def test_takes_cr_lf_for_a_line_end_on_windows(windows):
+def test_treats_cr_lf_as_a_line_end_on_windows(windows):
     run = windows.run("--clean=Content", answers="y \r\nn\r\n\r\n")
 
     assert run == succeeded(windows, QUESTION + "Y/n? " + CANCELLED)
@@ -90,7 +90,7 @@ def test_asks_without_end_after_an_unfinished_line_that_is_no_answer(machine, an
     assert machine.content.is_dir()
 
 
-def test_takes_a_closed_input_for_a_yes(machine):
+def test_treats_a_closed_input_as_a_yes(machine):
     run = machine.outcome(machine.start("--clean=Content", stdin=CLOSED))
 
     assert run == succeeded(machine, QUESTION + removed(CONTENT))

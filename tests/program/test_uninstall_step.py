@@ -14,7 +14,7 @@ KEY = UNINSTALL_KEY.removeprefix("HKEY_LOCAL_MACHINE\\")
 
 @pytest.fixture
 def uninstallers(windows):
-    """Where the uninstallers lie. No product lists this folder."""
+    """The folder of the uninstallers. No product lists it."""
     folder = windows.c / "Uninstallers"
     folder.mkdir()
     return folder
@@ -26,11 +26,11 @@ def entry(name: str, uninstaller: str) -> dict[str, str]:
 
 
 def called(uninstaller: str) -> list[str]:
-    """What a stub notes when it is called once, in the right way, and comes to its end."""
+    """The notes of a stub that was called once, correctly, and ended."""
     return [f'"C:\\Uninstallers\\{uninstaller}" /SILENT', "done"]
 
 
-def test_studio_goes_after_both_its_uninstallers_in_its_own_order_whatever_their_exit_codes(windows, uninstallers):
+def test_studio_runs_both_uninstallers_in_its_own_order_and_is_removed_whatever_they_return(windows, uninstallers):
     put(windows.program_files, "Orvex Studio/File.dat")
     windows.place_uninstaller(uninstallers / "Orvex.exe", "exit 3")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe", "exit 4294967295")
@@ -45,7 +45,7 @@ def test_studio_goes_after_both_its_uninstallers_in_its_own_order_whatever_their
     assert not (windows.program_files / "Orvex Studio").exists()
 
 
-def test_studio_stays_after_one_uninstaller_could_not_be_started_and_the_second_runs(windows, uninstallers):
+def test_studio_stays_if_one_uninstaller_cannot_be_started_and_the_second_still_runs(windows, uninstallers):
     put(windows.program_files, "Orvex Studio/File.dat")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
     windows.register({"A": entry("Orvex version 1.4", "Gone.exe"), "B": entry("Orvex Studio", "Orvex Studio.exe")})
@@ -73,7 +73,7 @@ def test_studio_stays_if_its_entry_has_no_command_although_a_later_one_has(windo
     assert windows.tree() == before
 
 
-def test_product_manager_is_left_alone_after_20_seconds_beside_an_uninstaller_that_goes_on(windows, uninstallers):
+def test_product_manager_stays_if_its_uninstaller_takes_over_20_seconds_and_goes_on(windows, uninstallers):
     put(windows.program_files, "Orvex Product Manager/File.dat")
     windows.place_uninstaller(uninstallers / "Orvex.exe", "sleep 24000")
     windows.register({"A": entry("Orvex Product Manager", "Orvex.exe")})
@@ -90,7 +90,7 @@ def test_product_manager_is_left_alone_after_20_seconds_beside_an_uninstaller_th
     assert wait_for(lambda: windows.calls(uninstallers / "Orvex.exe")[1:]) == ["done"]
 
 
-def test_an_entry_that_cannot_be_opened_hides_those_behind_it_but_not_those_before_it(windows, uninstallers):
+def test_an_entry_that_cannot_be_opened_hides_those_after_it_but_not_those_before_it(windows, uninstallers):
     put(windows.program_files, "Orvex Studio/File.dat")
     windows.place_uninstaller(uninstallers / "Orvex.exe")
     windows.place_uninstaller(uninstallers / "Orvex Studio.exe")
