@@ -7,8 +7,8 @@ set (CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set (CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>") # the product is one file
 
 if (MSVC)
-    # The language and its library as everywhere else: the standard's rules, sources in UTF-8, no macros
-    # min and max, and no warnings of functions like getenv that belong to the standard.
+    # The same language as with other compilers: the standard's rules, UTF-8 sources, no macros min and max,
+    # and no warnings about standard functions such as getenv.
     add_compile_options ($<$<COMPILE_LANGUAGE:C,CXX>:/permissive-> $<$<COMPILE_LANGUAGE:C,CXX>:/utf-8>)
     add_compile_definitions (NOMINMAX _CRT_SECURE_NO_WARNINGS)
 endif()

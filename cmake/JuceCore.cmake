@@ -2,7 +2,7 @@
 
 include (FetchContent)
 
-# Gives the version of the JUCE in a folder of modules, or nothing if there is none.
+# Sets "version" to the version of the JUCE in a folder of modules, or to nothing if there is none.
 function (get_juce_version folder version)
     set (header "${folder}/juce_core/system/juce_StandardHeader.h")
     set (lines "")
@@ -30,11 +30,11 @@ set (ORVEX_JUCE_MODULES_DIR "${default_modules}" CACHE PATH
 set (juce_modules "${ORVEX_JUCE_MODULES_DIR}")
 
 if (juce_modules STREQUAL "")
-    message (STATUS "Fetching JUCE 7.0.4, since no folder is named, and Debian's is not from 7.0.4 on below 7.1")
+    message (STATUS "Fetching JUCE 7.0.4: no folder is set, and Debian's JUCE is missing or not 7.0.4 or a later 7.0.x")
     FetchContent_Declare (juce
         GIT_REPOSITORY https://github.com/juce-framework/JUCE.git
         GIT_TAG 4e68af7fde8a0a64e808fb1a37999a690873c9de
-        SOURCE_SUBDIR modules/juce_core) # where no CMakeLists.txt is, so that nothing is added to the build
+        SOURCE_SUBDIR modules/juce_core) # has no CMakeLists.txt, so nothing is added to the build
     FetchContent_MakeAvailable (juce)
     set (juce_modules "${juce_SOURCE_DIR}/modules")
 endif()
@@ -43,9 +43,9 @@ get_juce_version ("${juce_modules}" juce_version)
 
 if (juce_version VERSION_LESS 7.0.4 OR juce_version VERSION_GREATER_EQUAL 7.1)
     message (FATAL_ERROR
-        "Orvex Cleaner needs JUCE 7.0.4 or a later 7.0.x, which ${juce_modules} has not (version: "
-        "${juce_version}). Let ORVEX_JUCE_MODULES_DIR name the folder \"modules\" of such a JUCE, "
-        "or be empty for 7.0.4 to be fetched.")
+        "Orvex Cleaner needs JUCE 7.0.4 or a later 7.0.x, but the version in ${juce_modules} is "
+        "'${juce_version}'. Set ORVEX_JUCE_MODULES_DIR to the folder \"modules\" of such a JUCE, "
+        "or to an empty string to fetch 7.0.4.")
 endif()
 
 message (STATUS "JUCE ${juce_version} in ${juce_modules}")
@@ -66,9 +66,8 @@ else()
     target_compile_options (juce_core PRIVATE -w)
 endif()
 
-# Debian's package leaves the bundled zlib out. What calls zlib is not in the executable, and with the bundled
-# one nor is zlib. But the objects of Debian's for Windows have no COMDAT sections, which are all that lld
-# leaves out, so that 72 kB of it stay.
+# Debian's package lacks the bundled zlib. No code in the executable calls zlib, so the linker drops the bundled
+# one. It keeps 72 kB of Debian's zlib for Windows, since lld drops only COMDAT sections, and its objects have none.
 if (NOT EXISTS "${juce_modules}/juce_core/zip/zlib/zlib.h")
     set (ZLIB_USE_STATIC_LIBS ${WIN32})
     find_package (ZLIB REQUIRED)

@@ -1,4 +1,4 @@
-# What scripts/package packs: the program and two texts, with the line ends of Windows.
+# Installs the files that scripts/package packs: the program and two text files with Windows line ends.
 
 configure_file (docs/guide.md guide.txt @ONLY NEWLINE_STYLE WIN32)
 configure_file (docs/third-party-notices.txt third-party-notices.txt @ONLY NEWLINE_STYLE WIN32)

@@ -1,7 +1,7 @@
-# Makes import libraries in the short form, with which lld drops the imports of code that it drops. mingw-w64 10 of
-# Debian has the long form: the program would load DLLs for functions that it no longer contains.
+# Makes short import libraries, with which lld drops the imports of the code that it drops. Debian's mingw-w64 10
+# has long ones: the program would load DLLs for functions that it no longer calls.
 
-# Replaces the names in a list by the paths of short libraries with the same functions.
+# Replaces the names in a list with the paths of short libraries with the same functions.
 function (make_short_imports libraries)
     set (folder "${CMAKE_CURRENT_BINARY_DIR}/imports")
 
@@ -14,7 +14,7 @@ function (make_short_imports libraries)
         execute_process (COMMAND ${CMAKE_CXX_COMPILER_TARGET}-nm --defined-only "${long_library}"
             OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
 
-        # The few functions that a long library has of its own are left out.
+        # The few functions that a long library defines itself are left out.
         string (REGEX MATCHALL " I __imp_[^\n]+" functions "${symbols}")
         list (TRANSFORM functions REPLACE " I __imp_" "")
         list (JOIN functions "\n" functions)

@@ -1,6 +1,6 @@
 # Lets exceptions pass through Debian's libstdc++ and be caught, with clang and lld.
 
-# Types are compared by a function of the library. GCC defines this for Windows on its own.
+# A function of the library compares types. GCC defines this for Windows on its own.
 add_compile_definitions (__GXX_TYPEINFO_EQUALITY_INLINE=0)
 
 # Every program links a copy of the library that keeps its unwind information.

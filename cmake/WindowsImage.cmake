@@ -1,5 +1,5 @@
 # The image of the Windows executable: its manifest, its version block, the oldest Windows that starts it, and
-# the flag by which it loads no DLL from the folder it was downloaded to.
+# the flag that keeps it from loading DLLs from the folder it was downloaded to.
 
 string (REPLACE "." "," ORVEX_CLEANER_VERSION_NUMBERS "${PROJECT_VERSION}.0")
 configure_file (src/app/OrvexCleaner.manifest.in OrvexCleaner.manifest @ONLY)
@@ -25,12 +25,12 @@ else()
 
     if (ORVEX_MINGW_OF_DEBIAN)
         target_link_options (OrvexCleaner PRIVATE -Wl,-Xlink=-map:OrvexCleaner.map)
-        # Its header has the flags under their old name.
+        # Debian's header has the flags under their old name.
         set_source_files_properties (src/app/Image_windows.c PROPERTIES
             COMPILE_DEFINITIONS DependentLoadFlags=Reserved1)
     endif()
 
-    # With the copy and the map, the addresses in a report of a crash can be read.
+    # The copy and the map resolve the addresses in a crash report.
     if (CMAKE_BUILD_TYPE STREQUAL Release)
         add_custom_command (TARGET OrvexCleaner POST_BUILD
             COMMAND ${CMAKE_COMMAND} -E copy OrvexCleaner.exe OrvexCleaner-unstripped.exe

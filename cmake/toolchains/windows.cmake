@@ -1,6 +1,6 @@
-# Cross-compiles for 64-bit Windows: Debian's mingw-w64 for the headers and libraries, clang and lld
-# for the work. GCC with its own linker makes an executable twice the size, and one that cannot be
-# told to load DLLs from the system's folder alone.
+# Cross-compiles for 64-bit Windows with clang and lld, and the headers and libraries of Debian's mingw-w64.
+# GCC with its own linker makes an executable of twice the size that cannot be restricted to DLLs from the
+# system folder.
 
 set (ORVEX_MINGW_OF_DEBIAN ON) # linked with lld: the build works around its defects
 
