@@ -23,6 +23,9 @@ def inno_windows(tmp_path):
     if unavailable.exists():
         pytest.skip(unavailable.read_text().strip())
 
+    # A test must not make it: that installs packages.
+    assert (InnoWindows.debian / ".ready").exists(), f"See {InnoWindows.debian.with_suffix('.log')}"
+
     with InnoWindows.started():
         yield cleaned(InnoWindows, tmp_path)
 
