@@ -78,7 +78,7 @@ def test_asks_without_end_after_an_unfinished_line_that_is_no_answer(machine, an
     with machine.input(answers) as stdin:
         process = machine.start("--clean=Content", stdin=stdin)
 
-    has_asked_often = wait_for(lambda: machine.console().count("Y/n? ") > 1000, seconds=60)
+    has_asked_often = wait_for(lambda: machine.console().count("Y/n? ") > 1000)
     still_runs = process.poll() is None
     machine.kill(process)
     run = machine.outcome(process)

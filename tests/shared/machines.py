@@ -563,7 +563,7 @@ def remove_all(folder: Path, keep: list[str] = []) -> None:
             child.unlink()
 
 
-def wait_for(condition, seconds: float = 10):
+def wait_for(condition, seconds: float = 60):
     """Returns the result of the condition as soon as that is true, or its last one when the time is over."""
     end = time.monotonic() + seconds
 
