@@ -9,8 +9,9 @@ namespace TessaraWorks
     in any encoding, asks again; so does a line with a NUL, which is what Windows' console makes of a
     character beyond ASCII in code page 65001.
 
-    Deliberate: the end of the input is a yes. Deliberate, too: an unfinished line at the end of the
-    input counts like any other, so that this never returns if it is no answer.
+    Deliberate: the end of the input is a yes, unless it is that of a console which has gone.
+    Deliberate, too: an unfinished line at the end of the input counts like any other, so that this
+    never returns if it is no answer.
 
     @returns    true to clean the product, false (after logging it) to skip it
 */

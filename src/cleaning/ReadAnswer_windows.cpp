@@ -27,7 +27,7 @@ void readAnswer (std::string& line)
         Sleep (ctrlCTakesAtMostMilliseconds);
 
         if (! inputIsConsole())
-            std::cin.setstate (std::ios::badbit); // nothing else sets it, and it lasts
+            std::cin.setstate (std::ios::badbit); // lasts, and the end of the input does not set it
     }
 
     if (std::cin.bad())

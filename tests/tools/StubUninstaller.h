@@ -9,7 +9,7 @@
         print BYTES             writes this number of bytes to standard output; goes on if nobody reads
         print-error BYTES       the same to standard error
         remove PATH             deletes a file, or a folder with its contents, as far as it can
-        remove-key PATH         deletes a registry key below HKEY_LOCAL_MACHINE with its contents;
+        remove-key PATH         deletes a registry key below HKEY_LOCAL_MACHINE that has no subkeys;
                                 does nothing on a system without a registry
         note-variable NAME      appends NAME=VALUE, with an environment variable, to the calls
         exit CODE               sets the exit code, up to 4294967295; it is 0 without this order

@@ -11,7 +11,7 @@ std::filesystem::path getOwnPath()
 
 void removeRegistryKey (const std::string& path)
 {
-    RegDeleteTreeW (HKEY_LOCAL_MACHINE, std::filesystem::u8path (path).c_str());
+    RegDeleteKeyW (HKEY_LOCAL_MACHINE, std::filesystem::u8path (path).c_str());
 }
 
 int main() { return runStub (std::filesystem::path (GetCommandLineW()).u8string()); }

@@ -1,6 +1,7 @@
 #include "Console.h"
 #include "RecordingLogger.h"
 #include "ReplacedImport_windows.h"
+#include "TemporaryFolder.h"
 #include "cleaning/ConfirmWithUser.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,8 @@
 using namespace TessaraWorks;
 
 static Lines events;
+static bool consoleIsThere = false;
+static bool consoleGoesDuringTheRead = false;
 
 static void WINAPI noteSleep (DWORD milliseconds) { events.push_back ("sleep " + std::to_string (milliseconds)); }
 
@@ -17,7 +20,11 @@ static Lines ask (const std::string& input, int times = 1)
     const RecordingLogger logger;
     const ReplacedImport<decltype (noteSleep)> sleep ("Sleep", noteSleep);
     Console console (input);
-    console.onRead = [] { events.push_back ("read"); };
+    console.onRead = []
+    {
+        events.push_back ("read");
+        consoleIsThere = consoleIsThere && ! consoleGoesDuringTheRead;
+    };
     events.clear();
 
     for (int i = 0; i < times; ++i)
@@ -30,17 +37,18 @@ static Lines ask (const std::string& input, int times = 1)
 class ConsoleAtTheInput
 {
 public:
-    /** Takes the number of checks for a console that succeed before the console disappears. */
-    explicit ConsoleAtTheInput (int questions = 1000) { questionsLeft = questions; }
+    explicit ConsoleAtTheInput (bool goesDuringTheRead = false)
+    {
+        consoleIsThere = true;
+        consoleGoesDuringTheRead = goesDuringTheRead;
+    }
 
 private:
     static BOOL WINAPI getMode (HANDLE input, DWORD*)
     {
         EXPECT_EQ (input, GetStdHandle (STD_INPUT_HANDLE));
-        return questionsLeft-- > 0 ? TRUE : FALSE;
+        return consoleIsThere ? TRUE : FALSE;
     }
-
-    static inline int questionsLeft = 0;
 
     const ReplacedImport<decltype (getMode)> replacement { "GetConsoleMode", getMode };
 };
@@ -61,28 +69,38 @@ TEST (ConfirmWithUserAtAConsole, DoesNotWaitAfterAnAnswer)
     EXPECT_EQ (ask ("\ny\nmaybe\nn\n", 3), (Lines { "read", "yes", "read", "yes", "read", "read", "no" }));
 }
 
-TEST (ConfirmWithUserAtAConsole, SaysNoToThisAndAllLaterQuestionsWhenTheConsoleDisappears)
+TEST (ConfirmWithUserAtAConsole, SaysNoToThisAndAllLaterQuestionsWhenTheConsoleGoesDuringTheRead)
 {
-    const ConsoleAtTheInput console (1);
+    for (const auto* unfinishedLine : { "", "y", "maybe" })
+    {
+        const ConsoleAtTheInput console (true);
+        auto expected = *unfinishedLine == 0 ? Lines { "read" } : Lines { "read", "read" };
+        expected.insert (expected.end(), { "sleep 3000", "no", "no", "no" });
 
-    EXPECT_EQ (ask ("", 3), (Lines { "read", "sleep 3000", "no", "no", "no" }));
+        EXPECT_EQ (ask (unfinishedLine, 3), expected) << unfinishedLine;
+    }
 }
 
 TEST (ConfirmWithUserWithoutAConsole, DoesNotWaitAtTheEndOfTheInput)
 {
-    HANDLE pipe = nullptr, otherEnd = nullptr;
-    ASSERT_TRUE (CreatePipe (&pipe, &otherEnd, nullptr, 0));
-    const auto nul = CreateFileW (L"NUL", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE (nul, INVALID_HANDLE_VALUE);
+    const auto open = [] (const juce::String& name)
+    { return CreateFileW (name.toWideCharPointer(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr); };
+
+    const TemporaryFolder folder;
+    const auto file = open (folder.makeFile ("answers").getFullPathName());
+    const auto nul = open ("NUL");
+    HANDLE readEnd = nullptr, writeEnd = nullptr;
+    ASSERT_TRUE (CreatePipe (&readEnd, &writeEnd, nullptr, 0));
+    ASSERT_TRUE (file != INVALID_HANDLE_VALUE && nul != INVALID_HANDLE_VALUE);
     const auto input = GetStdHandle (STD_INPUT_HANDLE);
 
-    for (const auto withoutConsole : { nul, pipe, HANDLE { nullptr } })
+    for (const auto withoutConsole : { nul, file, readEnd, HANDLE { nullptr } })
     {
         SetStdHandle (STD_INPUT_HANDLE, withoutConsole);
         EXPECT_EQ (ask ("", 2), (Lines { "read", "yes", "yes" }));
         SetStdHandle (STD_INPUT_HANDLE, input);
     }
 
-    for (const auto handle : { nul, pipe, otherEnd })
+    for (const auto handle : { nul, file, readEnd, writeEnd })
         CloseHandle (handle);
 }

@@ -82,10 +82,10 @@ TEST_F (RunUninstaller, StillWaitsAfter19999MillisecondsAndGivesUpAfter20000)
 {
     StubUninstaller stub (folder, "uninstall", { "sleep 2000" });
 
-    const FastClock clock ({ 0, 19999, 1 });
+    const FastClock fastClock ({ 0, 19999, 1 });
 
     EXPECT_EQ (run (stub.getPath()), End (false, 259));
-    EXPECT_EQ (clock.countReadings(), 3u);
+    EXPECT_EQ (fastClock.countReadings(), 3u);
 }
 
 TEST_F (RunUninstaller, ReturnsTheExitCodeOfAProgramThatEndsRightAfterTheLimit)
