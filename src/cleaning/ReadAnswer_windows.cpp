@@ -12,7 +12,7 @@ constexpr DWORD ctrlCTakesAtMostMilliseconds = 3000;
 // A pipe, a file and NUL are no console.
 static bool inputIsConsole()
 {
-    DWORD mode = 0;
+    DWORD mode = {};
     return GetConsoleMode (GetStdHandle (STD_INPUT_HANDLE), &mode) != FALSE;
 }
 
