@@ -90,7 +90,7 @@ def test_is_small(windows_executable):
 
 def test_does_not_reveal_when_or_where_it_was_built(image, windows_executable):
     content = windows_executable.read_bytes()
-    places = [str(TOP), str(Path.home()), "/usr/share/juce", "/usr/lib/gcc"]
+    places = [f"{TOP}/src", f"{TOP}/build", str(Path.home()), "/usr/share/juce", "/usr/lib/gcc"]
 
     assert set(re.findall(r"TimeDateStamp: +(\S+)", image.dump_info())) == {"0x0"}
     assert [p for p in places if p.encode() in content or p.encode("utf-16-le") in content] == []

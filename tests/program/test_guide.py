@@ -279,7 +279,7 @@ def test_lists_which_inputs_count_as_a_yes(windows, row):
     with windows.input(answers) as stdin:
         process = windows.start("--clean=All", stdin=stdin)
 
-    wait_for(lambda: process.poll() is not None or windows.console().count("Y/n? ") > 1000)
+    assert wait_for(lambda: process.poll() is not None or windows.console().count("Y/n? ") > 1000, seconds=120)
     asks_without_end = process.poll() is None
 
     if asks_without_end:
