@@ -89,6 +89,40 @@ protected:
         return { result, logger.lines, left() };
     }
 
+    // The lines about a listed entry, by its relative path.
+
+    Lines skipped (const juce::String& directory) const
+    {
+        return { "Debug: Skipping directory not found: " + path (directory) };
+    }
+
+    Lines directoryDeleted (const juce::String& directory) const
+    {
+        return { "Info: Deleting directory: " + path (directory), "Info: Directory deleted: " + path (directory) };
+    }
+
+    Lines directoryNotDeleted (const juce::String& directory) const
+    {
+        return { "Info: Deleting directory: " + path (directory),
+                 "Critical: Unable to delete directory: " + path (directory) };
+    }
+
+    Lines fileDeleted (const juce::String& file) const
+    {
+        return { "Info: Deleting file: " + path (file), "Info: File deleted: " + path (file) };
+    }
+
+    Lines fileNotDeleted (const juce::String& file) const
+    {
+        return { "Info: Deleting file: " + path (file), "Critical: Unable to delete file: " + path (file) };
+    }
+
+    Lines deletedAsFile (const juce::String& directory) const
+    {
+        return { "Warning: Directory is actually a file, attempting to delete file...",
+                 "Info: File deleted: " + path (directory) };
+    }
+
     /** Returns the full path of an entry of the folder. */
     std::string path (const juce::String& relativePath) const { return pathOf (folder.getChildFile (relativePath)); }
 

@@ -27,11 +27,7 @@ TEST_F (Cleaner, RemovesAListedDirectoryWithItsContentsAndCountsItOnce)
     folder.make ({ "tree/file", "tree/inner/deep/file", "tree/inner/deep/other file", "tree/empty/", "tree2/file" });
     listDirectories ({ "tree" });
 
-    EXPECT_EQ (clean(),
-               succeeded (1,
-                          0,
-                          { "Info: Deleting directory: " + path ("tree"), "Info: Directory deleted: " + path ("tree") },
-                          { "tree2/file" }));
+    EXPECT_EQ (clean(), succeeded (1, 0, directoryDeleted ("tree"), { "tree2/file" }));
 }
 
 TEST_F (Cleaner, AnnouncesADirectoryBeforeItIsDeleted)
@@ -58,11 +54,7 @@ TEST_F (Cleaner, CountsAListedDirectoryThatVanishesAfterTheChecksAsAFile)
             file.deleteFile();
     };
 
-    EXPECT_EQ (clean(),
-               succeeded (0,
-                          1,
-                          { "Warning: Directory is actually a file, attempting to delete file...",
-                            "Info: File deleted: " + path ("file") }));
+    EXPECT_EQ (clean(), succeeded (0, 1, deletedAsFile ("file")));
 }
 
 TEST_F (Cleaner, DeletesDirectoriesThenFilesInOrderEachByItsActualKind)
@@ -74,14 +66,9 @@ TEST_F (Cleaner, DeletesDirectoriesThenFilesInOrderEachByItsActualKind)
     EXPECT_EQ (clean(),
                succeeded (2,
                           2,
-                          { "Info: Deleting directory: " + path ("z"),
-                            "Info: Directory deleted: " + path ("z"),
-                            "Warning: Directory is actually a file, attempting to delete file...",
-                            "Info: File deleted: " + path ("a"),
-                            "Info: Deleting file: " + path ("y"),
-                            "Info: File deleted: " + path ("y"),
-                            "Warning: File is actually a directory, attempting to delete recursively...",
-                            "Info: Directory deleted: " + path ("b") }));
+                          directoryDeleted ("z") + deletedAsFile ("a") + fileDeleted ("y")
+                              + Lines { "Warning: File is actually a directory, attempting to delete recursively...",
+                                        "Info: Directory deleted: " + path ("b") }));
 }
 
 TEST_F (Cleaner, RemovesEntriesAndContentsOfAnyName)
@@ -104,8 +91,7 @@ TEST_F (Cleaner, RemovesEntriesAndContentsOfAnyName)
         const auto name = juce::String::fromUTF8 (utf8);
         folder.make ({ name + "/" + name + "/" + name, name + "/" + name + "/file" });
         listDirectories ({ name });
-        lines.push_back ("Info: Deleting directory: " + path (name));
-        lines.push_back ("Info: Directory deleted: " + path (name));
+        lines = lines + directoryDeleted (name);
     }
 
     ASSERT_EQ (left().size(), 18u);
@@ -151,26 +137,19 @@ TEST_F (Cleaner, CarriesOnAfterEachFailureButStillFails)
     listDirectories ({ "1", "directory", "2/file", "file" });
     listFiles ({ "3/file", "other file", "4", "other directory" });
 
-    EXPECT_EQ (clean(),
-               failedPartially (2,
-                                2,
-                                { "Info: Deleting directory: " + path ("1"),
-                                  "Critical: Unable to delete directory: " + path ("1"),
-                                  "Info: Deleting directory: " + path ("directory"),
-                                  "Info: Directory deleted: " + path ("directory"),
-                                  "Warning: Directory is actually a file, attempting to delete file...",
-                                  "Critical: Unable to delete file: " + path ("2/file"),
-                                  "Warning: Directory is actually a file, attempting to delete file...",
-                                  "Info: File deleted: " + path ("file"),
-                                  "Info: Deleting file: " + path ("3/file"),
-                                  "Critical: Unable to delete file: " + path ("3/file"),
-                                  "Info: Deleting file: " + path ("other file"),
-                                  "Info: File deleted: " + path ("other file"),
-                                  "Warning: File is actually a directory, attempting to delete recursively...",
-                                  "Critical: Unable to delete directory: " + path ("4"),
-                                  "Warning: File is actually a directory, attempting to delete recursively...",
-                                  "Info: Directory deleted: " + path ("other directory") },
-                                { "1/inner/file", "2/file", "3/file", "4/inner/file" }));
+    EXPECT_EQ (
+        clean(),
+        failedPartially (2,
+                         2,
+                         directoryNotDeleted ("1") + directoryDeleted ("directory")
+                             + Lines { "Warning: Directory is actually a file, attempting to delete file...",
+                                       "Critical: Unable to delete file: " + path ("2/file") }
+                             + deletedAsFile ("file") + fileNotDeleted ("3/file") + fileDeleted ("other file")
+                             + Lines { "Warning: File is actually a directory, attempting to delete recursively...",
+                                       "Critical: Unable to delete directory: " + path ("4"),
+                                       "Warning: File is actually a directory, attempting to delete recursively...",
+                                       "Info: Directory deleted: " + path ("other directory") },
+                         { "1/inner/file", "2/file", "3/file", "4/inner/file" }));
 }
 
 TEST_F (Cleaner, RunsTheFirstStepWithAFreshResultBeforeAnyDeletion)
@@ -184,12 +163,7 @@ TEST_F (Cleaner, RunsTheFirstStepWithAFreshResultBeforeAnyDeletion)
         EXPECT_EQ (left(), Lines { "directory" });
     };
 
-    EXPECT_EQ (clean(),
-               succeeded (1,
-                          0,
-                          { "Info: The first step.",
-                            "Info: Deleting directory: " + path ("directory"),
-                            "Info: Directory deleted: " + path ("directory") }));
+    EXPECT_EQ (clean(), succeeded (1, 0, Lines { "Info: The first step." } + directoryDeleted ("directory")));
 }
 
 TEST_F (Cleaner, StopsBeforeAnyDeletionWhenTheFirstStepFailsAndReturnsItsResult)
@@ -226,11 +200,8 @@ TEST_F (Cleaner, RunsTheLastStepBetweenDeletionsAndTotalsEvenAfterAFailure)
     EXPECT_EQ (clean(),
                failedPartially (1,
                                 0,
-                                { "Info: Deleting directory: " + path ("directory"),
-                                  "Info: Directory deleted: " + path ("directory"),
-                                  "Info: Deleting file: " + path ("folder/file"),
-                                  "Critical: Unable to delete file: " + path ("folder/file"),
-                                  "Info: The last step." },
+                                directoryDeleted ("directory") + fileNotDeleted ("folder/file")
+                                    + Lines { "Info: The last step." },
                                 { "folder/file" }));
 }
 

@@ -13,11 +13,7 @@ TEST_F (Cleaner, CountsAListedDirectoryThatVanishesAfterTheFirstCheckAsAFile)
 
     const AfterFileAccess hook (directory, [&] { directory.deleteRecursively(); });
 
-    EXPECT_EQ (clean(),
-               succeeded (0,
-                          1,
-                          { "Warning: Directory is actually a file, attempting to delete file...",
-                            "Info: File deleted: " + path ("directory") }));
+    EXPECT_EQ (clean(), succeeded (0, 1, deletedAsFile ("directory")));
 }
 
 TEST_F (Cleaner, LogsNothingForAListedFileThatVanishesAfterTheFirstCheck)
@@ -28,9 +24,7 @@ TEST_F (Cleaner, LogsNothingForAListedFileThatVanishesAfterTheFirstCheck)
 
     const AfterFileAccess hook (vanishing, [&] { vanishing.deleteFile(); });
 
-    EXPECT_EQ (
-        clean(),
-        succeeded (0, 1, { "Info: Deleting file: " + path ("staying"), "Info: File deleted: " + path ("staying") }));
+    EXPECT_EQ (clean(), succeeded (0, 1, fileDeleted ("staying")));
 }
 
 TEST_F (Cleaner, FailsATreeThatGrowsAfterItsListingAndLeavesTheNewFile)
@@ -40,10 +34,7 @@ TEST_F (Cleaner, FailsATreeThatGrowsAfterItsListingAndLeavesTheNewFile)
 
     const AfterFileAccess hook (inner, [&] { folder.getChildFile ("tree/added").create(); });
 
-    EXPECT_EQ (clean(),
-               failed ({ "Info: Deleting directory: " + path ("tree"),
-                         "Critical: Unable to delete directory: " + path ("tree") },
-                       { "tree/added" }));
+    EXPECT_EQ (clean(), failed (directoryNotDeleted ("tree"), { "tree/added" }));
 }
 
 TEST_F (Cleaner, TakesNoLock)
@@ -70,12 +61,7 @@ TEST_F (Cleaner, RemovesAListedLinkToAFileAndKeepsTheFile)
     folder.makeFile ("target").createSymbolicLink (folder.getChildFile ("link"), false);
     listDirectories ({ "link" });
 
-    EXPECT_EQ (clean(),
-               succeeded (0,
-                          1,
-                          { "Warning: Directory is actually a file, attempting to delete file...",
-                            "Info: File deleted: " + path ("link") },
-                          { "target" }));
+    EXPECT_EQ (clean(), succeeded (0, 1, deletedAsFile ("link"), { "target" }));
 }
 
 TEST_F (Cleaner, SkipsAListedLinkThatPointsNowhere)
@@ -83,7 +69,7 @@ TEST_F (Cleaner, SkipsAListedLinkThatPointsNowhere)
     folder.getChildFile ("missing").createSymbolicLink (folder.getChildFile ("link"), false);
     listDirectories ({ "link" });
 
-    EXPECT_EQ (clean(), succeeded (0, 0, { "Debug: Skipping directory not found: " + path ("link") }, { "link" }));
+    EXPECT_EQ (clean(), succeeded (0, 0, skipped ("link"), { "link" }));
 }
 
 TEST_F (Cleaner, RemovesNamesOf255Characters)
@@ -92,9 +78,7 @@ TEST_F (Cleaner, RemovesNamesOf255Characters)
     ASSERT_TRUE (folder.makeFile (name + "/" + name).existsAsFile());
     listDirectories ({ name });
 
-    EXPECT_EQ (
-        clean(),
-        succeeded (1, 0, { "Info: Deleting directory: " + path (name), "Info: Directory deleted: " + path (name) }));
+    EXPECT_EQ (clean(), succeeded (1, 0, directoryDeleted (name)));
 }
 
 // Makes a folder unreadable until the cleaner's last step.
@@ -110,10 +94,7 @@ TEST_F (Cleaner, FailsADirectoryWithUnreadableContents)
     closeFor (cleaner, path ("directory/closed"));
     listDirectories ({ "directory" });
 
-    EXPECT_EQ (clean(),
-               failed ({ "Info: Deleting directory: " + path ("directory"),
-                         "Critical: Unable to delete directory: " + path ("directory") },
-                       { "directory/closed/file" }));
+    EXPECT_EQ (clean(), failed (directoryNotDeleted ("directory"), { "directory/closed/file" }));
 }
 
 TEST_F (Cleaner, SkipsAnEntryInAnUnreadableFolder)
@@ -122,8 +103,5 @@ TEST_F (Cleaner, SkipsAnEntryInAnUnreadableFolder)
     closeFor (cleaner, path ("closed"));
     listDirectories ({ "closed/directory" });
 
-    EXPECT_EQ (
-        clean(),
-        succeeded (
-            0, 0, { "Debug: Skipping directory not found: " + path ("closed/directory") }, { "closed/directory" }));
+    EXPECT_EQ (clean(), succeeded (0, 0, skipped ("closed/directory"), { "closed/directory" }));
 }

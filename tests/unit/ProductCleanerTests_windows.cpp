@@ -33,10 +33,7 @@ TEST_F (Cleaner, TreatsPathsThatDifferInCaseAsOneAndKeepsTheFirst)
     folder.make ({ "PRODUCT/" });
     listDirectories ({ "PRODUCT", "product" });
 
-    EXPECT_EQ (
-        clean(),
-        succeeded (
-            1, 0, { "Info: Deleting directory: " + path ("PRODUCT"), "Info: Directory deleted: " + path ("PRODUCT") }));
+    EXPECT_EQ (clean(), succeeded (1, 0, directoryDeleted ("PRODUCT")));
 }
 
 TEST_F (Cleaner, FailsATreeWithAFileInUseAndRemovesTheRest)
@@ -45,10 +42,7 @@ TEST_F (Cleaner, FailsATreeWithAFileInUseAndRemovesTheRest)
     const FileInUse fileInUse (folder.getChildFile ("tree/m/file"));
     listDirectories ({ "tree" });
 
-    EXPECT_EQ (clean(),
-               failed ({ "Info: Deleting directory: " + path ("tree"),
-                         "Critical: Unable to delete directory: " + path ("tree") },
-                       { "tree/m/file" }));
+    EXPECT_EQ (clean(), failed (directoryNotDeleted ("tree"), { "tree/m/file" }));
 }
 
 TEST_F (Cleaner, DoesNotClearAReadOnlyAttribute)
@@ -57,9 +51,7 @@ TEST_F (Cleaner, DoesNotClearAReadOnlyAttribute)
     file.setReadOnly (true);
     listFiles ({ "file" });
 
-    EXPECT_EQ (clean(),
-               failed ({ "Info: Deleting file: " + path ("file"), "Critical: Unable to delete file: " + path ("file") },
-                       { "file" }));
+    EXPECT_EQ (clean(), failed (fileNotDeleted ("file"), { "file" }));
     EXPECT_NE (GetFileAttributesW (file.getFullPathName().toWideCharPointer()) & FILE_ATTRIBUTE_READONLY, 0u);
 }
 
@@ -78,10 +70,7 @@ TEST_F (Cleaner, RemovesHiddenAndSystemFiles)
     ASSERT_FALSE (HasFatalFailure());
     listDirectories ({ "tree" });
 
-    EXPECT_EQ (
-        clean(),
-        succeeded (
-            1, 0, { "Info: Deleting directory: " + path ("tree"), "Info: Directory deleted: " + path ("tree") }));
+    EXPECT_EQ (clean(), succeeded (1, 0, directoryDeleted ("tree")));
 }
 
 TEST_F (Cleaner, RemovesFoldersWhosePathsHaveMoreThan260Characters)
@@ -100,8 +89,5 @@ TEST_F (Cleaner, RemovesFoldersWhosePathsHaveMoreThan260Characters)
 
     listDirectories ({ "tree" });
 
-    EXPECT_EQ (
-        clean(),
-        succeeded (
-            1, 0, { "Info: Deleting directory: " + path ("tree"), "Info: Directory deleted: " + path ("tree") }));
+    EXPECT_EQ (clean(), succeeded (1, 0, directoryDeleted ("tree")));
 }

@@ -8,6 +8,12 @@
 
 using Lines = std::vector<std::string>;
 
+inline Lines operator+ (Lines lines, const Lines& more)
+{
+    lines.insert (lines.end(), more.begin(), more.end());
+    return lines;
+}
+
 /** Returns a file's full path, as it is logged. */
 inline std::string pathOf (const juce::File& file) { return file.getFullPathName().toStdString(); }
 

@@ -19,9 +19,3 @@ inline Lines notUninstalled (const std::string& product, int exitCode, const juc
                      + " has been uninstalled to clean up any final files.");
     return lines;
 }
-
-inline Lines operator+ (Lines lines, const Lines& more)
-{
-    lines.insert (lines.end(), more.begin(), more.end());
-    return lines;
-}
