@@ -33,18 +33,31 @@ extern "C" int gettimeofday (timeval* time, void*) noexcept
     return answer;
 }
 
+/** While it lives, the clock shows this time of 2 January 1970, in a zone that is three hours ahead of UTC. */
+class StoppedClock
+{
+public:
+    StoppedClock (int hours, int minutes, int seconds, int milliseconds)
+    {
+        setenv ("TZ", "TEST-3", 1);
+        tzset();
+        millisecondsOnTheClock = ((((hours - 3 + 24) * 60 + minutes) * 60 + seconds) * 1000LL) + milliseconds;
+    }
+
+    ~StoppedClock()
+    {
+        millisecondsOnTheClock.reset();
+        unsetenv ("TZ");
+        tzset();
+    }
+
+    JUCE_DECLARE_NON_COPYABLE (StoppedClock)
+};
+
 static std::string stampAt (int hours, int minutes, int seconds, int milliseconds)
 {
-    setenv ("TZ", "TEST-3", 1); // three hours ahead of UTC
-    tzset();
-    millisecondsOnTheClock = ((((hours - 3 + 24) * 60 + minutes) * 60 + seconds) * 1000LL) + milliseconds;
-
-    const auto stamp = DefaultLogger().formatTimestamp().toStdString();
-
-    millisecondsOnTheClock.reset();
-    unsetenv ("TZ");
-    tzset();
-    return stamp;
+    const StoppedClock clock (hours, minutes, seconds, milliseconds);
+    return DefaultLogger().formatTimestamp().toStdString();
 }
 
 TEST (TimeStamp, ShowsA24HourClockWithoutLeadingZerosInHoursAndMilliseconds)
@@ -55,6 +68,22 @@ TEST (TimeStamp, ShowsA24HourClockWithoutLeadingZerosInHoursAndMilliseconds)
     EXPECT_EQ (stampAt (14, 30, 0, 0), "[14:30:00:0]");
     EXPECT_EQ (stampAt (23, 10, 10, 70), "[23:10:10:70]");
     EXPECT_EQ (stampAt (23, 10, 10, 700), "[23:10:10:700]");
+}
+
+TEST (LogFile, ShowsTheLocalTimeOnA12HourClockInItsBanner)
+{
+    const auto bannerAt = [] (int hours)
+    {
+        const StoppedClock clock (hours, 5, 7, 42);
+        TestLogger logger;
+        logger.open();
+        return juce::String (TestLogger::bytesOf (logger.file)).fromFirstOccurrenceOf ("welcome", false, false);
+    };
+
+    EXPECT_EQ (bannerAt (0), "\r\nLog started: 2 Jan 1970 12:05:07am\r\n\r\n");
+    EXPECT_EQ (bannerAt (9), "\r\nLog started: 2 Jan 1970 9:05:07am\r\n\r\n");
+    EXPECT_EQ (bannerAt (12), "\r\nLog started: 2 Jan 1970 12:05:07pm\r\n\r\n");
+    EXPECT_EQ (bannerAt (23), "\r\nLog started: 2 Jan 1970 11:05:07pm\r\n\r\n");
 }
 
 TEST (LogFile, StaysAttachedUntilTheNextOneIsComplete)
