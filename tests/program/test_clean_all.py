@@ -2,14 +2,39 @@
 
 import pytest
 
-from machines import put
-from products import CONTENT, PRODUCTS
+from products import ORVEX_STUDIO, PRODUCTS
 from runs import failed, succeeded
-from texts import not_removed, over_all, removed
+from texts import YES_TO_ALL, cleaned, folder_deleted, folder_not_deleted, over_all
 
 
 def yes_to(*accepted) -> str:
     return "".join("y\n" if product in accepted else "n\n" for product in PRODUCTS)
+
+
+def make_all_products(machine) -> set:
+    """Makes a folder at each listed path, and returns the paths."""
+    listed = {path for product in PRODUCTS for path in product.paths(machine)}
+
+    for path in listed:
+        path.mkdir(parents=True, exist_ok=True)
+
+    return listed
+
+
+def outcomes_of(accepted, machine, present: set, undeletable=None) -> dict:
+    """The output about the accepted products, whose folders are removed from those that are present."""
+    outcomes = {}
+
+    for product in accepted:
+        steps = ""
+
+        for folder in (path for path in product.paths(machine) if path in present):
+            steps += (folder_not_deleted if folder == undeletable else folder_deleted)(machine.shown(folder))
+            present -= {path for path in present if path.is_relative_to(folder)} - {undeletable}
+
+        outcomes[product] = cleaned(product, steps)
+
+    return outcomes
 
 
 # The typed input, and the products that it accepts. After the end of the input, every answer is a yes.
@@ -26,17 +51,9 @@ ANSWERS = {
 
 @pytest.mark.parametrize(("typed", "accepted"), ANSWERS.values(), ids=ANSWERS)
 def test_cleans_the_products_that_were_answered_with_yes(linux, typed, accepted):
-    listed = {path for product in PRODUCTS for path in product.paths(linux)}
+    listed = make_all_products(linux)
     present = set(listed)
-    outcomes = {}
-
-    for path in listed:
-        path.mkdir(parents=True, exist_ok=True)
-
-    for product in accepted:
-        found = [path for path in product.paths(linux) if path in present]
-        outcomes[product] = removed(product, *map(linux.shown, found))
-        present -= {path for path in present for folder in found if path.is_relative_to(folder)}
+    outcomes = outcomes_of(accepted, linux, present)
 
     run = linux.run("--clean=All", answers=typed)
 
@@ -49,11 +66,14 @@ def test_cleans_the_products_that_were_answered_with_yes(linux, typed, accepted)
     [(["--clean=All"], 1), ([], 0), (["--unknown"], 0)],
     ids=["--clean=All", "no argument", "--unknown"],
 )
-def test_exits_with_1_after_a_failure_only_if_a_target_was_named(machine, arguments, exit_code):
-    put(machine.content, "File.dat")
-    machine.make_undeletable(machine.content / "File.dat")
+def test_goes_on_after_a_failure_and_exits_with_1_only_if_a_target_was_named(machine, arguments, exit_code):
+    listed = make_all_products(machine)
+    undeletable = ORVEX_STUDIO.paths(machine)[0]
+    (undeletable / "File.dat").touch()
+    machine.make_undeletable(undeletable / "File.dat")
+    outcomes = outcomes_of(PRODUCTS, machine, set(listed), undeletable)
 
-    run = machine.run(*arguments, answers=yes_to(CONTENT))
+    run = machine.run(*arguments, answers=YES_TO_ALL)
 
-    outcome = not_removed(CONTENT, machine.shown(machine.content))
-    assert run == failed(over_all({CONTENT: outcome}), exit_code=exit_code)
+    assert run == failed(over_all(outcomes), exit_code=exit_code)
+    assert listed & machine.tree() == {undeletable}

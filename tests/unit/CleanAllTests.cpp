@@ -2,16 +2,13 @@
 #include "CleanResults.h"
 #include "Console.h"
 #include "DisposableMachine.h"
-#include "LiveTexts.h"
 #include "RecordingLogger.h"
-#include "SampleRegistry.h"
 #include "app/CleanAll.h"
 
 #include <map>
 #include <set>
 
 using namespace TessaraWorks;
-using namespace std::string_literals;
 
 using Names = std::set<std::string>;
 
@@ -88,30 +85,6 @@ TEST_F (CleanAll, CountsNothingWhenEachQuestionIsDeclined)
     EXPECT_EQ (run ({}, { true, 100, 200 }), (CleanResult { true, 100, 200 }));
 }
 
-TEST_F (CleanAll, AsksEachQuestionRightBeforeItsRunAndCarriesOnAfterAFailure)
-{
-    makeUndeletableFolder (programFiles.getChildFile ("Orvex"));
-    makeFolder (sharedData.getChildFile ("TessaraWorks/Content"));
-
-    EXPECT_EQ (run (namesOfAllProducts()), (CleanResult { false, 1, 0 }));
-
-    Lines steps, expected;
-
-    for (const auto& line : logger.lines)
-        if (line.rfind ("Info: Remove ", 0) == 0 || line.rfind ("Info: Cleaning: ", 0) == 0)
-            steps.push_back (line);
-
-    forEachProduct (
-        [&] (const auto& product)
-        {
-            expected.push_back ("Info: "s + product.question);
-            expected.push_back ("Info: Cleaning: "s + product.name);
-        });
-
-    EXPECT_EQ (steps, expected);
-    EXPECT_FALSE (sharedData.getChildFile ("TessaraWorks").exists());
-}
-
 TEST_F (CleanAll, FailsWhenAnyStepFails)
 {
     forEachProduct (
@@ -146,39 +119,4 @@ TEST_F (CleanAll, CountsAFileOfTheOtherProductsOnce)
 TEST_F (CleanAll, KeepsAnEarlierFailure)
 {
     EXPECT_EQ (run (namesOfAllProducts(), { false, 0, 0 }), (CleanResult { false, 0, 0 }));
-}
-
-TEST_F (CleanAll, KeepsEachCleanerOnlyFromItsYesToTheEndOfItsRun)
-{
-    std::string answers;
-    std::vector<int> paths;
-
-    forEachProduct (
-        [&] (const auto& product)
-        {
-            answers += "y\n";
-            paths.push_back (product.getPaths().size());
-        });
-
-    const SampleRegistry emptyRegistry;
-    Console console (answers);
-    CleanResult total;
-    std::vector<int> textsAtQuestions, textsInRuns;
-
-    logger.onLine = [&] (const std::string& line)
-    {
-        if (line.rfind ("Info: Cleaning: ", 0) == 0)
-            textsInRuns.push_back (countLiveTexts());
-    };
-    console.onRead = [&] { textsAtQuestions.push_back (countLiveTexts()); };
-
-    cleanAll (total);
-
-    const auto none = textsAtQuestions.front();
-    EXPECT_EQ (textsAtQuestions, std::vector<int> (paths.size(), none));
-
-    for (auto& texts : textsInRuns)
-        texts -= none + 2; // the product's name and the logged line
-
-    EXPECT_EQ (textsInRuns, paths);
 }
