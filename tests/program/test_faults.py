@@ -3,7 +3,6 @@
 import fcntl
 import os
 import shutil
-import signal
 import subprocess
 from contextlib import contextmanager
 from pathlib import Path
@@ -95,32 +94,6 @@ def test_goes_on_without_a_log_when_the_desktop_disappears_between_two_lines(mac
     assert not content.exists()
 
 
-# Linux only: Windows does not delete the current folder of a program.
-def test_does_not_need_its_current_folder(linux):
-    content = place_content(linux)
-    linux.options += ["--file", "/bin/rmdir", "/bin/rmdir"]
-    (linux.downloads / "Current").mkdir()
-    linux.launcher = ["/bin/sh", "-c", 'cd Current; /bin/rmdir ../Current; exec "$@"', "sh"]
-
-    run = linux.run("--clean=Content", answers="y\n\n")
-
-    complaint = "sh: 0: getcwd() failed: No such file or directory\n"
-    both_shells = complaint * 2  # which show the desktop: the library's and the stub
-    assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)), errors=both_shells)
-    assert not content.exists()
-
-
-# Linux only: there, the log file gets the file descriptor of the closed output.
-def test_has_every_line_in_the_log_file_when_the_output_is_closed(linux):
-    content = place_content(linux)
-    linux.launcher = ["/bin/sh", "-c", 'exec "$@" >&-', "sh"]
-
-    run = linux.run("--clean=Content", answers="y\n\n")
-
-    assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)), console="")
-    assert not content.exists()
-
-
 def test_has_every_line_in_the_log_file_when_the_output_goes_to_a_full_disk(machine):
     content = place_content(machine)
 
@@ -163,29 +136,16 @@ def is_asleep(process_id: int) -> bool:
     return Path(f"/proc/{process_id}/stat").read_text().rpartition(")")[2].split()[0] == "S"
 
 
-def run_whose_reader_goes_away(machine) -> Run:
-    """A session that loses the reader of its output before it writes more."""
+# Windows only: Linux kills a program then.
+def test_goes_on_when_the_reader_of_its_output_goes_away(windows):
+    content = place_content(windows)
+
     with full_pipe() as (reader, writer):
-        process = machine.start("--clean=Content", stdout=writer)
+        process = windows.start("--clean=Content", stdout=writer)
         writer.close()
         assert not wait_for(lambda: process.poll() is not None, seconds=0.5)
         reader.close()
-        return machine.outcome(process)
-
-
-def test_is_killed_by_linux_when_the_reader_of_its_output_goes_away(linux):
-    content = place_content(linux)
-
-    run = run_whose_reader_goes_away(linux)
-
-    assert run == Run(console="", errors="", exit_code=128 + signal.SIGPIPE, log=None, revealed=[])
-    assert content.is_dir()
-
-
-def test_goes_on_under_windows_when_the_reader_of_its_output_goes_away(windows):
-    content = place_content(windows)
-
-    run = run_whose_reader_goes_away(windows)
+        run = windows.outcome(process)
 
     assert run == succeeded(windows, QUESTION + removed(CONTENT, windows.shown(content)), console="")
     assert not content.exists()

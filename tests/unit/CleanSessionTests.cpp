@@ -27,30 +27,6 @@ protected:
     Console console { "y\n\n" };
 };
 
-TEST_F (CleanCommand, LogsASuccessfulRunAndShowsItsEndingBeforeItWaits)
-{
-    makeFolder (content);
-    Lines seenWhenItReads;
-    console.onRead = [&] { seenWhenItReads.push_back (console.visibleOutput()); };
-
-    run();
-
-    EXPECT_EQ (seenWhenItReads, (Lines { banner + "Y/n? ", shownOnSuccess }));
-    EXPECT_EQ (console.output(), shownOnSuccess);
-    EXPECT_EQ (console.errors(), "");
-    EXPECT_EQ (logger.lines,
-               (Lines { opened,
-                        "Info: Target: Content",
-                        "Info: Remove all Velantone content & playlist files?",
-                        "Info: Cleaning: Velantone Content",
-                        "Info: Deleting directory: " + pathOf (content),
-                        "Info: Directory deleted: " + pathOf (content),
-                        "Info: Directories removed: 1",
-                        "Info: Files removed: 0",
-                        "Info: Velantone Content was successfully removed." }));
-    EXPECT_FALSE (content.exists());
-}
-
 TEST_F (CleanCommand, OpensTheLogFileAfterTheBannerAndRaisesTheLevelBeforeTheFirstLine)
 {
     Lines shown;

@@ -1,4 +1,4 @@
-#include "DeletionAttempts.h"
+#include "DeletionAttempts_linux.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,5 +1,4 @@
 #include "CleanerFixture.h"
-#include "DeletionAttempts.h"
 
 using namespace TessaraWorks;
 
@@ -96,21 +95,6 @@ TEST_F (Cleaner, RemovesEntriesAndContentsOfAnyName)
 
     ASSERT_EQ (left().size(), 18u);
     EXPECT_EQ (clean(), succeeded (9, 0, lines));
-}
-
-TEST_F (Cleaner, TriesEachUndeletableEntryOnce)
-{
-    for (const auto* file : { "1/file", "2/file", "3/file", "4/file" })
-        folder.makeUndeletableFile (file);
-
-    listDirectories ({ "1/file", "2" });
-    listFiles ({ "3/file", "4" });
-
-    const DeletionAttempts attempts;
-    clean();
-
-    EXPECT_EQ (attempts.getPaths(),
-               (Lines { path ("1/file"), path ("2/file"), path ("2"), path ("3/file"), path ("4/file"), path ("4") }));
 }
 
 TEST_F (Cleaner, FailsWhenAnyEntryCannotBeDeleted)

@@ -1,4 +1,5 @@
 #include "CleanerFixture.h"
+#include "DeletionAttempts_linux.h"
 #include "FileAccess_linux.h"
 #include "Mutexes_linux.h"
 
@@ -35,6 +36,21 @@ TEST_F (Cleaner, FailsATreeThatGrowsAfterItsListingAndLeavesTheNewFile)
     const AfterFileAccess hook (inner, [&] { folder.getChildFile ("tree/added").create(); });
 
     EXPECT_EQ (clean(), failed (directoryNotDeleted ("tree"), { "tree/added" }));
+}
+
+TEST_F (Cleaner, TriesEachUndeletableEntryOnce)
+{
+    for (const auto* file : { "1/file", "2/file", "3/file", "4/file" })
+        folder.makeUndeletableFile (file);
+
+    listDirectories ({ "1/file", "2" });
+    listFiles ({ "3/file", "4" });
+
+    const DeletionAttempts attempts;
+    clean();
+
+    EXPECT_EQ (attempts.getPaths(),
+               (Lines { path ("1/file"), path ("2/file"), path ("2"), path ("3/file"), path ("4/file"), path ("4") }));
 }
 
 TEST_F (Cleaner, TakesNoLock)
