@@ -41,26 +41,6 @@ def test_is_not_needed_where_its_path_is_a_folder(machine):
     assert list(machine.log_file.iterdir()) == []
 
 
-# Linux only: Wine lets its user write to everything.
-def test_that_may_not_be_written_stays_as_it_is(linux):
-    linux.log_file.write_bytes(b"an earlier run\r\n")
-    linux.log_file.chmod(0o444)
-
-    run = linux.run("--clean=Content", answers="n\n\n")
-
-    assert run == succeeded(linux, DECLINED, log="an earlier run\n")
-
-
-# Linux only, for the same reason.
-def test_is_not_needed_where_it_may_not_be_made(linux):
-    linux.desktop.chmod(0o555)
-
-    run = linux.run("--clean=Content", answers="n\n\n")
-
-    assert run == succeeded(linux, DECLINED, log=None, revealed=[])
-    assert wait_for(linux.shown_folders, seconds=0.5) == []
-
-
 # Windows only: Linux lets two programs write to one file.
 def test_that_another_program_holds_open_stays_as_it_is(windows):
     windows.log_file.write_bytes(b"an earlier run\r\n")

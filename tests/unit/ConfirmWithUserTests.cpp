@@ -106,12 +106,3 @@ TEST (ConfirmWithUser, ShowsEachPromptBeforeItReads)
     EXPECT_FALSE (confirmWithUser());
     EXPECT_EQ (seen, (Lines { "Y/n? ", "Y/n? Y/n? " }));
 }
-
-TEST (ConfirmWithUser, WorksWithoutALogger)
-{
-    const RecordingLogger restoresTheLogger;
-    const Console console ("n\n");
-    getLogger() = nullptr;
-
-    EXPECT_FALSE (confirmWithUser());
-}

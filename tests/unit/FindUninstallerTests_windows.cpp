@@ -13,15 +13,6 @@ using namespace TessaraWorks;
 
 static const juce::String rootPath (uninstallRoot);
 
-TEST (FindUninstallerInRegistry, LogsAMissingRootKey)
-{
-    RecordingLogger logger;
-    const OwnRegistry emptyRegistry;
-
-    EXPECT_EQ (findCommand ("Orvex Studio"), std::nullopt);
-    EXPECT_EQ (logger.lines, Lines { "Critical: Failed to open the Windows registry key: " + rootPath.toStdString() });
-}
-
 TEST (FindUninstallerInRegistry, MatchesAnEmptyFragmentWithTheFirstReadableNameEvenIfEmpty)
 {
     RecordingLogger logger;

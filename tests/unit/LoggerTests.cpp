@@ -285,31 +285,21 @@ TEST (LogFile, IsIndependentOfJucesCurrentLogger)
     EXPECT_EQ (juce::Logger::getCurrentLogger(), &current);
 }
 
-TEST (LogFile, IsReplacedWhenAnotherOneIsOpened)
+TEST (LogFile, GetsASecondBannerWhenItIsOpenedAgainAndNothingAfterAnotherOneIsOpened)
 {
     TestLogger logger;
     const auto second = logger.folder.getChildFile ("second");
 
-    logger.open();
-    logger.log (Info, "to the first");
-    logger.openLogFile (second, "two", noLimit);
-    logger.log (Info, "to the second");
-
-    EXPECT_EQ (logger.filed(), banner ("welcome") + "[Info] to the first\r\n");
-    EXPECT_EQ (TestLogger::filed (second), banner ("two") + "[Info] to the second\r\n");
-    EXPECT_EQ (logger.getLogFilePath(), second.getFullPathName());
-}
-
-TEST (LogFile, GetsASecondBannerWhenItIsOpenedAgain)
-{
-    TestLogger logger;
-
     logger.openLogFile (logger.file, "one", 5000000);
-    logger.log (Info, "first");
+    logger.log (Info, "1");
     logger.openLogFile (logger.file, "two", 5000000);
-    logger.log (Info, "second");
+    logger.log (Info, "2");
+    logger.openLogFile (second, "three", noLimit);
+    logger.log (Info, "3");
 
-    EXPECT_EQ (logger.filed(), banner ("one") + "[Info] first\r\n" + banner ("two") + "[Info] second\r\n");
+    EXPECT_EQ (logger.filed(), banner ("one") + "[Info] 1\r\n" + banner ("two") + "[Info] 2\r\n");
+    EXPECT_EQ (TestLogger::filed (second), banner ("three") + "[Info] 3\r\n");
+    EXPECT_EQ (logger.getLogFilePath(), second.getFullPathName());
 }
 
 TEST (LogFile, HasAPathAndGetsLinesOnlyWhileItIsOpenAndCanBeClosedAtAnyTime)

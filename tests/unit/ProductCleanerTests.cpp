@@ -259,13 +259,3 @@ TEST_F (Cleaner, LeavesItsListsUnchanged)
     EXPECT_EQ (cleaner.directories, juce::Array<juce::File> (folder.getChildFile ("directory")));
     EXPECT_EQ (cleaner.files, juce::Array<juce::File> (folder.getChildFile ("file")));
 }
-
-TEST_F (Cleaner, WorksWithoutALogger)
-{
-    folder.makeUndeletableFile ("undeletable/file");
-    folder.make ({ "directory/" });
-    listDirectories ({ "directory", "undeletable/file" });
-    getLogger() = nullptr;
-
-    EXPECT_EQ (clean(), (Outcome { { false, 1, 0 }, {}, { "undeletable/file" } }));
-}

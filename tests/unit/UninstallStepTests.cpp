@@ -80,17 +80,6 @@ TEST_F (OrvexStudioUninstall, RunsItsTwoUninstallersOneAfterTheOther)
     EXPECT_EQ (logger.lines, (Lines { "Info: Uninstaller exit code: 1", "Info: Uninstaller exit code: 2" }));
 }
 
-TEST_F (OrvexStudioUninstall, RunsTheSecondUninstallerAloneWhenTheFirstIsNotRegistered)
-{
-    StubUninstaller studio (folder, "studio", { "exit 2" });
-    registry.add ({ "Sample 1", terminated (u"Orvex Studio"), terminated (studio.getPath()) });
-
-    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
-
-    EXPECT_EQ (studio.getNotes(), (Lines { studio.calledWith ("/SILENT"), "done" }));
-    EXPECT_EQ (logger.lines, Lines { "Info: Uninstaller exit code: 2" });
-}
-
 TEST_F (OrvexStudioUninstall, RunsAnUninstallerTwiceIfItsNameHasBothFragments)
 {
     StubUninstaller stub (folder, "uninstall");

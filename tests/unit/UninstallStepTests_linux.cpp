@@ -60,18 +60,6 @@ TEST_F (UninstallByTable, ContinuesWithTheSecondLookupOfTheStudioWhenTheFirstIsR
     EXPECT_EQ (logger.lines, (Lines { rootRefused, "Info: Uninstaller exit code: 0" }));
 }
 
-TEST_F (UninstallByTable, TreatsARefusedRegistryAsEmpty)
-{
-    registry.refuses = [] (const std::string&) { return true; };
-
-    EXPECT_EQ (preClean<OrvexStudioCleaner>(), goesOn);
-    EXPECT_EQ (logger.lines, (Lines { rootRefused, rootRefused }));
-
-    logger.lines.clear();
-    EXPECT_EQ (preClean<ProductManagerCleaner>(), goesOn);
-    EXPECT_EQ (logger.lines, Lines { rootRefused });
-}
-
 TEST_F (UninstallByTable, FailsTheStudioAfterItsFirstStartEvenIfTheSecondLookupIsRefused)
 {
     registry.entries = { { "Version", terminated (u"Orvex version 4"), {} } };
