@@ -358,7 +358,14 @@ class Windows(Machine):
         return process.pid
 
     def outcome(self, process: subprocess.Popen, timeout: float = 120) -> Run:
-        run = super().outcome(process, timeout)
+        try:
+            run = super().outcome(process, timeout)
+        except subprocess.TimeoutExpired:
+            # Once in some thousand runs, Wine's shell does not return from showing the log file.
+            if self.console().endswith("Press enter to exit\n"):
+                raise VoidRun("The log file was not shown")
+            raise
+
         messages = b"".join(WINE_MESSAGE.findall((self.scratch / "errors").read_bytes())).decode()
         print(messages, file=sys.stderr, end="")
 

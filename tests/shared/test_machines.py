@@ -17,6 +17,15 @@ def test_a_run_is_void_if_a_wine_process_died_while_ending(windows):
         windows.outcome(subprocess.Popen(["true"]))
 
 
+@pytest.mark.parametrize(("said", "kind"), [("Press enter to exit\r\n", VoidRun), ("Y/n? ", subprocess.TimeoutExpired)])
+def test_a_run_that_does_not_end_is_void_only_if_it_has_said_everything(windows, said, kind):
+    (windows.scratch / "console").write_text(said, newline="")
+    (windows.scratch / "errors").touch()
+
+    with pytest.raises(kind):
+        windows.outcome(subprocess.Popen(["sleep", "60"]), timeout=0.1)
+
+
 def test_a_run_counts_despite_any_other_message_of_wine_which_is_shown(windows, capfd):
     (windows.scratch / "console").touch()
     (windows.scratch / "errors").write_bytes(b"00e8:err:systray:initialize_systray Could not\nof the program\r\n")
