@@ -211,7 +211,7 @@ def test_removes_400000_files_in_one_folder(linux):
     content = place_content(linux)
     output_of("sh", "-c", "seq --format=%.0f.pack 400000 | xargs touch", cwd=content)
 
-    run = linux.run("--clean=Content", answers="y\n\n")
+    run = linux.run("--clean=Content", answers="y\n\n", timeout=400)
 
     assert run == succeeded(linux, QUESTION + removed(CONTENT, linux.shown(content)))
     assert not content.exists()
