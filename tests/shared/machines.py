@@ -361,9 +361,9 @@ class Windows(Machine):
         try:
             run = super().outcome(process, timeout)
         except subprocess.TimeoutExpired:
-            # Once in some thousand runs, Wine's shell does not return from showing the log file.
+            # Once in some thousand runs, one does not end under Wine, which has only the log file left to show.
             if self.console().endswith("Press enter to exit\n"):
-                raise VoidRun("The log file was not shown")
+                raise VoidRun("The program has said everything, and did not end")
             raise
 
         messages = b"".join(WINE_MESSAGE.findall((self.scratch / "errors").read_bytes())).decode()
